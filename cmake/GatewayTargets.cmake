@@ -1,0 +1,60 @@
+# The kinds of target that the project has, each with the same language, warnings and checks.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+
+set(GATEWAY_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+option(GATEWAY_TEST_PER_PROGRAM "One CTest entry for each test program instead of each test" OFF)
+
+add_library(gateway_options INTERFACE)
+target_include_directories(gateway_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_options(gateway_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wcast-qual -Wundef
+    -Wformat-security -Wmissing-declarations -Werror)
+target_compile_definitions(gateway_options INTERFACE
+    _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+target_compile_options(gateway_options INTERFACE -ffunction-sections -fdata-sections)
+target_link_options(gateway_options INTERFACE -Wl,--gc-sections -Wl,--as-needed)
+if(GATEWAY_SANITIZERS)
+    target_compile_options(gateway_options INTERFACE
+        -fsanitize=${GATEWAY_SANITIZERS} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(gateway_options INTERFACE -fsanitize=${GATEWAY_SANITIZERS})
+endif()
+
+# gateway_library(NAME SOURCES file... [LINKS library...] [PRIVATE_LINKS library...])
+function(gateway_library name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS;PRIVATE_LINKS")
+    add_library(${name} STATIC ${arg_SOURCES})
+    target_link_libraries(${name} PUBLIC gateway_options ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS})
+endfunction()
+
+# gateway_program(NAME SOURCES file... LINKS library...): built into bin/ of the build folder.
+function(gateway_program name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE gateway_options ${arg_LINKS})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+endfunction()
+
+# gateway_test(NAME SOURCES file... LINKS library... [SECONDS limit]): a GoogleTest program. SECONDS
+# bounds one CTest entry; the default suits a single test, or a whole program where
+# GATEWAY_TEST_PER_PROGRAM is set.
+function(gateway_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "SECONDS" "SOURCES;LINKS")
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE
+        gateway_options ${arg_LINKS} test_support GTest::gmock GTest::gtest_main)
+    if(GATEWAY_TEST_PER_PROGRAM)
+        if(NOT arg_SECONDS)
+            set(arg_SECONDS 300)
+        endif()
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1)
+        set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_SECONDS})
+    else()
+        if(NOT arg_SECONDS)
+            set(arg_SECONDS 60)
+        endif()
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT ${arg_SECONDS})
+    endif()
+endfunction()
