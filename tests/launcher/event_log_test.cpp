@@ -25,6 +25,11 @@ struct Event {
     std::string text;
 };
 
+void PrintTo(const Event &event, std::ostream *out)
+{
+    *out << event.name;
+}
+
 class EventLog : public testing::TestWithParam<Event>
 {
 };

@@ -1,0 +1,239 @@
+#include "launcher/gateway_config.h"
+#include "launcher/xml_depth.h"
+#include "tests/support/output_capture.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <sys/stat.h>
+
+namespace
+{
+
+constexpr unsigned UNTOUCHED = 77;
+
+struct Reading {
+    int result;
+    unsigned protocol;
+    std::string output;
+    std::string errors;
+};
+
+Reading read(const std::string &path)
+{
+    Reading reading{.result = -1, .protocol = UNTOUCHED, .output = {}, .errors = {}};
+    Output_Capture output(1);
+    Output_Capture errors(2);
+    reading.result = read_config(path.c_str(), &reading.protocol);
+    reading.errors = errors.finish();
+    reading.output = output.finish();
+    return reading;
+}
+
+Reading read_text(const std::string &text)
+{
+    const Temporary_Folder folder;
+    return read(folder.write("config.xml", text));
+}
+
+struct Row {
+    const char *name;
+    std::string text;
+    int result;
+    unsigned protocol;
+    std::string output;
+    std::string errors;
+};
+
+void PrintTo(const Row &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+class ReadConfig : public testing::TestWithParam<Row>
+{
+};
+
+TEST_P(ReadConfig, AnswersAsTheTableSays)
+{
+    const Row &row = GetParam();
+    const Reading reading = read_text(row.text);
+    EXPECT_EQ(reading.result, row.result);
+    EXPECT_EQ(reading.protocol, row.protocol);
+    EXPECT_EQ(reading.output, row.output);
+    EXPECT_EQ(reading.errors, row.errors);
+}
+
+std::string active(const std::string &protocol)
+{
+    return "<Active_protocol protocol=\"" + protocol + "\"/>";
+}
+
+std::string root(const std::string &children)
+{
+    return "<?xml version=\"1.0\"?>\n<Config>\n" + children + "\n</Config>\n";
+}
+
+std::string nested(int levels)
+{
+    std::string text;
+    for (int level = 0; level < levels; ++level) {
+        text += "<a>";
+    }
+    for (int level = 0; level < levels; ++level) {
+        text += "</a>";
+    }
+    return text;
+}
+
+std::string repeated(int times, const std::string &text)
+{
+    std::string all;
+    for (int time = 0; time < times; ++time) {
+        all += text;
+    }
+    return all;
+}
+
+const std::string NO_ROOT = "Failed to load file: No root element.\n";
+
+const Row ROWS[] = {
+    {"Sip", root(active("sip")), 1, 1, "attribut protocol = sip\n", ""},
+    {"H248", root(active("h.248")), 1, 2, "attribut protocol = h.248\n", ""},
+    {"Fxo", root(active("fxo")), 1, 3, "attribut protocol = fxo\n", ""},
+
+    {"UpperCaseIsUnknown", root(active("SIP")), 1, 1, "", ""},
+    {"UnknownText", root(active("mgcp")), 1, 1, "", ""},
+    {"LongerText", root(active("h.2480")), 1, 1, "", ""},
+    {"ShorterText", root(active("fx")), 1, 1, "", ""},
+    {"BlankBeforeText", root(active(" fxo")), 1, 1, "", ""},
+    {"EmptyText", root(active("")), 1, 1, "", ""},
+    {"AttributeMissing", root("<Active_protocol/>"), 1, 1, "", ""},
+    {"AttributeOfOtherCase", root("<Active_protocol Protocol=\"fxo\"/>"), 1, 1, "", ""},
+    {"OtherAttributesBeside",
+     root("<Active_protocol a=\"1\" protocol='fxo' b=\"2\">x</Active_protocol>"), 1, 3,
+     "attribut protocol = fxo\n", ""},
+
+    {"NoChild", root(""), 1, UNTOUCHED, "", ""},
+    {"OtherChildren", root("<Other protocol=\"fxo\"/><Passive_protocol protocol=\"sip\"/>"), 1,
+     UNTOUCHED, "", ""},
+    {"NameOfOtherCase", root("<active_protocol protocol=\"fxo\"/>"), 1, UNTOUCHED, "", ""},
+    {"LongerName", root("<Active_protocols protocol=\"fxo\"/>"), 1, UNTOUCHED, "", ""},
+    {"DeeperElement", root("<Telephony>" + active("fxo") + "</Telephony>"), 1, UNTOUCHED, "", ""},
+    {"RootIsNoChild", active("fxo"), 1, UNTOUCHED, "", ""},
+    {"SecondRootIsNotSeen", "<Config/>" + root(active("fxo")), 1, UNTOUCHED, "", ""},
+
+    {"LastOfTwoDecides", root(active("h.248") + active("fxo")), 1, 3,
+     "attribut protocol = h.248\nattribut protocol = fxo\n", ""},
+    {"UnknownAfterKnownDecides", root(active("fxo") + active("none")), 1, 1,
+     "attribut protocol = fxo\n", ""},
+    {"OthersBetween", root(active("sip") + "<!-- c -->text<Other/>" + active("h.248") + "<Other/>"),
+     1, 2, "attribut protocol = sip\nattribut protocol = h.248\n", ""},
+
+    {"EntityInAttribute", root(active("s&#105;p")), 1, 1, "attribut protocol = sip\n", ""},
+    {"NamedEntityInAttribute", root(active("&amp;")), 1, 1, "", ""},
+    {"ByteOrderMark", "\xEF\xBB\xBF" + root(active("fxo")), 1, 3, "attribut protocol = fxo\n", ""},
+    {"CarriageReturns", "<Config>\r\n<Active_protocol\r\nprotocol=\"fxo\"/>\r\n</Config>\r\n", 1, 3,
+     "attribut protocol = fxo\n", ""},
+    {"TextBehindTheRoot", root(active("fxo")) + "more", 1, 3, "attribut protocol = fxo\n", ""},
+
+    {"DeclarationOnly", "<?xml version=\"1.0\"?>", 0, UNTOUCHED, "DON'T LOAD CONFIG", NO_ROOT},
+    {"CommentOnly", "<!-- nothing -->", 0, UNTOUCHED, "DON'T LOAD CONFIG", NO_ROOT},
+
+    {"EmptyFile", "", 0, UNTOUCHED, "read_config:21\nError document empty.\n", ""},
+    {"BlanksOnly", "  \n\t\n", 0, UNTOUCHED, "read_config:21\nError document empty.\n", ""},
+    {"PlainText", "protocol=sip", 0, UNTOUCHED, "read_config:21\nError document empty.\n", ""},
+    {"UnclosedRoot", "<Config>" + active("fxo"), 0, UNTOUCHED,
+     "read_config:21\nError reading Element value.\n", ""},
+    {"WrongEndTag", "<Config>" + active("fxo") + "<a></b></Config>", 0, UNTOUCHED,
+     "read_config:21\nError reading end tag.\n", ""},
+    {"AttributeWithoutValue", "<Config><Active_protocol protocol/></Config>", 0, UNTOUCHED,
+     "read_config:21\nError reading Attributes.\n", ""},
+};
+
+INSTANTIATE_TEST_SUITE_P(Table, ReadConfig, testing::ValuesIn(ROWS),
+                         [](const auto &row) { return row.param.name; });
+
+void expect_selected(const Reading &reading, unsigned protocol, const std::string &output)
+{
+    EXPECT_EQ(reading.result, 1);
+    EXPECT_EQ(reading.protocol, protocol);
+    EXPECT_EQ(reading.output, output);
+    EXPECT_EQ(reading.errors, "");
+}
+
+void expect_refused(const Reading &reading, const std::string &reason)
+{
+    EXPECT_EQ(reading.result, 0);
+    EXPECT_EQ(reading.protocol, UNTOUCHED);
+    EXPECT_EQ(reading.output, "read_config:21\n" + reason + "\n");
+    EXPECT_EQ(reading.errors, "");
+}
+
+TEST(ReadConfigLargeFile, LastOfAHundredThousandChildrenDecides)
+{
+    expect_selected(read_text(root(repeated(100000, active("SIP")) + active("fxo"))), 3,
+                    "attribut protocol = fxo\n");
+}
+
+TEST(ReadConfigLargeFile, TenMegabytesOfTextAreReadThrough)
+{
+    expect_selected(read_text(root(std::string(10 << 20, 'x') + active("fxo"))), 3,
+                    "attribut protocol = fxo\n");
+}
+
+TEST(ReadConfigLargeFile, TenMegabytesWithoutAnElementAreALoadFailure)
+{
+    expect_refused(read_text(std::string(10 << 20, 'x')), "Error document empty.");
+}
+
+TEST(ReadConfigNesting, DeepestAllowedIsRead)
+{
+    expect_selected(read_text(nested(XML_DEPTH_LIMIT)), UNTOUCHED, "");
+}
+
+TEST(ReadConfigNesting, OneLevelMoreIsRefused)
+{
+    expect_refused(read_text(nested(XML_DEPTH_LIMIT + 1)), "Error: elements nested too deeply.");
+}
+
+TEST(ReadConfigNesting, AHundredThousandLevelsAreRefused)
+{
+    expect_refused(read_text(nested(100000)), "Error: elements nested too deeply.");
+}
+
+constexpr const char *NOT_OPENED = "Failed to open file";
+
+TEST(ReadConfigPath, MissingFileIsALoadFailure)
+{
+    expect_refused(read(Temporary_Folder().path() + "/config.xml"), NOT_OPENED);
+}
+
+TEST(ReadConfigPath, DirectoryIsALoadFailure)
+{
+    const Temporary_Folder folder;
+    expect_refused(read(folder.path()), NOT_OPENED);
+}
+
+TEST(ReadConfigPath, PipeIsALoadFailureAndIsNotWaitedFor)
+{
+    const Temporary_Folder folder;
+    const std::string pipe = folder.path() + "/pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    expect_refused(read(pipe), NOT_OPENED);
+}
+
+TEST(ReadConfigPath, UnreadableFileIsALoadFailure)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.write("config.xml", root(active("fxo")));
+    ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    if (std::FILE *const file = std::fopen(path.c_str(), "r")) {
+        std::fclose(file);
+        GTEST_SKIP() << "this user may read every file";
+    }
+    expect_refused(read(path), NOT_OPENED);
+}
+
+} // namespace
