@@ -110,6 +110,15 @@ protected:
 
     void launch() { run = root.run(GATEWAY_LAUNCHER); }
 
+    /* What was printed, less the complaint of nice(1) for users who may not raise a priority. */
+    std::string output() const
+    {
+        const std::string complaint = "nice: cannot set niceness: Permission denied\n";
+        const size_t place = geteuid() == 0 ? std::string::npos : run.output.find(complaint);
+        return place == std::string::npos ? run.output
+                                          : std::string(run.output).erase(place, complaint.size());
+    }
+
     int exit_status() const { return WIFEXITED(run.status) ? WEXITSTATUS(run.status) : -1; }
 
     Private_Root root;
@@ -123,7 +132,7 @@ TEST_F(GatewayLauncher, StartsTheSipProgramAndHidesItsOutput)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "attribut protocol = sip\nstart SIP protocol\nUDP Server Started\n");
+    EXPECT_EQ(output(), "attribut protocol = sip\nstart SIP protocol\nUDP Server Started\n");
     EXPECT_EQ(started(), "/tmp/kvx_ctrl_4 [-daemon]\n");
     EXPECT_EQ(log.take(), record("start SIP protocol"));
     expect_niceness(20);
@@ -135,10 +144,10 @@ TEST_F(GatewayLauncher, StartsTheH248ProgramWithItsOutputInOrder)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "attribut protocol = h.248\n"
-                          "start H.248 protocol\n"
-                          "output of /root/kvx_megaco_rt\n"
-                          "UDP Server Started\n");
+    EXPECT_EQ(output(), "attribut protocol = h.248\n"
+                        "start H.248 protocol\n"
+                        "output of /root/kvx_megaco_rt\n"
+                        "UDP Server Started\n");
     EXPECT_EQ(started(), "/root/kvx_megaco_rt [-c] [/tmp/config.xml] [-i] [/root/ini.ini] [-d]\n");
     EXPECT_EQ(log.take(), record("start H.248 protocol"));
     expect_niceness(20);
@@ -150,10 +159,10 @@ TEST_F(GatewayLauncher, StartsTheFxoProgramWithLowerBoost)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "attribut protocol = fxo\n"
-                          "start FXS FXO coupled mode\n"
-                          "output of /root/fxs_fxo_connect\n"
-                          "UDP Server Started\n");
+    EXPECT_EQ(output(), "attribut protocol = fxo\n"
+                        "start FXS FXO coupled mode\n"
+                        "output of /root/fxs_fxo_connect\n"
+                        "UDP Server Started\n");
     EXPECT_EQ(started(),
               "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n");
     EXPECT_EQ(log.take(), record("start FXS FXO coupled mode"));
@@ -166,7 +175,7 @@ TEST_F(GatewayLauncher, UnknownProtocolStartsTheSipProgram)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "start SIP protocol\nUDP Server Started\n");
+    EXPECT_EQ(output(), "start SIP protocol\nUDP Server Started\n");
     EXPECT_EQ(started(), "/tmp/kvx_ctrl_4 [-daemon]\n");
     EXPECT_EQ(log.take(), record("start SIP protocol"));
 }
@@ -177,11 +186,11 @@ TEST_F(GatewayLauncher, LastOfTwoProtocolsIsStartedAlone)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "attribut protocol = h.248\n"
-                          "attribut protocol = fxo\n"
-                          "start FXS FXO coupled mode\n"
-                          "output of /root/fxs_fxo_connect\n"
-                          "UDP Server Started\n");
+    EXPECT_EQ(output(), "attribut protocol = h.248\n"
+                        "attribut protocol = fxo\n"
+                        "start FXS FXO coupled mode\n"
+                        "output of /root/fxs_fxo_connect\n"
+                        "UDP Server Started\n");
     EXPECT_EQ(started(),
               "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n");
     EXPECT_EQ(log.take(), record("start FXS FXO coupled mode"));
@@ -193,7 +202,7 @@ TEST_F(GatewayLauncher, WithoutAProtocolNothingIsStarted)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "UDP Server Started\n");
+    EXPECT_EQ(output(), "UDP Server Started\n");
     EXPECT_EQ(started(), "");
     EXPECT_TRUE(log.take().empty());
 }
@@ -203,7 +212,7 @@ TEST_F(GatewayLauncher, MissingFileSwitchesTheAlarmOn)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 1);
-    EXPECT_EQ(run.output, "read_config:21\nFailed to open file\noutput of /root/gpio_set_value\n");
+    EXPECT_EQ(output(), "read_config:21\nFailed to open file\noutput of /root/gpio_set_value\n");
     EXPECT_EQ(started(), "/root/gpio_set_value [alarm] [on]\n");
     EXPECT_TRUE(log.take().empty());
 }
@@ -214,8 +223,8 @@ TEST_F(GatewayLauncher, MissingRootSwitchesTheAlarmOn)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 1);
-    EXPECT_EQ(run.output, "Failed to load file: No root element.\n"
-                          "DON'T LOAD CONFIGoutput of /root/gpio_set_value\n");
+    EXPECT_EQ(output(), "Failed to load file: No root element.\n"
+                        "DON'T LOAD CONFIGoutput of /root/gpio_set_value\n");
     EXPECT_EQ(started(), "/root/gpio_set_value [alarm] [on]\n");
 }
 
@@ -237,7 +246,7 @@ TEST_F(GatewayLauncher, WithoutASystemLogTheProgramIsStartedAllTheSame)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(run.output, "attribut protocol = sip\nstart SIP protocol\nUDP Server Started\n");
+    EXPECT_EQ(output(), "attribut protocol = sip\nstart SIP protocol\nUDP Server Started\n");
     EXPECT_EQ(started(), "/tmp/kvx_ctrl_4 [-daemon]\n");
 }
 
@@ -251,8 +260,8 @@ TEST_F(GatewayLauncher, NestingBeyondTheLibraryIsALoadFailure)
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 1);
-    EXPECT_EQ(run.output, "read_config:21\nError: elements nested too deeply.\n"
-                          "output of /root/gpio_set_value\n");
+    EXPECT_EQ(output(), "read_config:21\nError: elements nested too deeply.\n"
+                        "output of /root/gpio_set_value\n");
 }
 
 /* Nothing of the machine's own: the marks that the runs leave stay in the private folders. */
