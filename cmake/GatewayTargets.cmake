@@ -29,12 +29,16 @@ function(gateway_library name)
     target_link_libraries(${name} PUBLIC gateway_options ${arg_LINKS} PRIVATE ${arg_PRIVATE_LINKS})
 endfunction()
 
+# All programs, without the tests: what a person who wants to run one waits for.
+add_custom_target(programs)
+
 # gateway_program(NAME SOURCES file... LINKS library...): built into bin/ of the build folder.
 function(gateway_program name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE gateway_options ${arg_LINKS})
     set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+    add_dependencies(programs ${name})
 endfunction()
 
 # gateway_test(NAME SOURCES file... LINKS library... [SECONDS limit]): a GoogleTest program. SECONDS
