@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 /*
  * The enumerations of the switch configuration and their texts: words of the startup file,
@@ -188,3 +188,54 @@ inline constexpr int SW_DOT1Q_MODES = SW_Dot1q_Mode_SECURE + 1;
 inline constexpr int SW_EGRESS_MODES = SW_Egress_Mode_ADD_TAG + 1;
 inline constexpr int SW_RATES = SW_Rate_256M + 1;
 inline constexpr int SW_MEMBER_TAGS = SW_Member_Tag_TAGGED + 1;
+
+/*
+ * Text of a number. The first of each pair is the word of the startup file and gives "UNDEFINED"
+ * outside the enumeration; the name routines give the enumerator's whole name, the driver name
+ * routines the chip driver's, and outside the enumeration the text that stands beside them.
+ */
+const char *ConfigKeywordText(uint32_t keyword);
+const char *ConfigKeywordName(uint32_t keyword); /* "SW_Config_Keyword_UNDEFINED" */
+const char *PortTypeText(uint32_t type);
+const char *PortTypeName(uint32_t type); /* "SW_Port_Type_UNDEFINED" */
+const char *MaxFrameSizeText(uint32_t size);
+const char *MaxFrameSizeName(uint32_t size); /* "SW_Max_Frame_Size_UNDEFINED" */
+const char *AutoModeText(uint32_t mode);
+const char *AutoModeName(uint32_t mode); /* "SPEED_UNDEFINED" */
+const char *Dot1qModeText(uint32_t mode);
+const char *Dot1qModeDriverName(uint32_t mode); /* "GT_UNDEFINED" */
+const char *EgressModeText(uint32_t mode);
+const char *EgressModeDriverName(uint32_t mode); /* "GT_UNDEFINED" */
+const char *RateText(uint32_t rate);
+const char *RateDriverName(uint32_t rate); /* "GT_UNDEFINED" */
+const char *VlanPortTypeText(uint32_t type);
+const char *FlagText(uint32_t flag); /* "YES" for 1, "NO" for any other value */
+
+/*
+ * Number of a startup-file word. What an unknown, empty or missing text gives differs on purpose:
+ * the UNDEFINED member of its enumeration for the first three, the last mode for an auto mode, and
+ * 0 for the chip's modes and rates. A keyword is found at a cost that does not depend on how many
+ * there are.
+ */
+SW_Config_Keyword ConfigKeywordOf(std::string_view text);
+SW_Config_Keyword ConfigKeywordOf(const char *text); /* SW_Config_Keyword_UNDEFINED */
+SW_Port_Type PortTypeOf(const char *text);           /* SW_Port_Type_UNDEFINED */
+SW_Max_Frame_Size MaxFrameSizeOf(const char *text);  /* SW_Max_Frame_Size_UNDEFINED */
+SW_Auto_Mode AutoModeOf(const char *text);           /* SPEED_10_DUPLEX_HALF */
+SW_Dot1q_Mode Dot1qModeOf(const char *text);         /* SW_Dot1q_Mode_DISABLE */
+SW_Egress_Mode EgressModeOf(const char *text);       /* SW_Egress_Mode_UNMODIFY_EGRESS */
+SW_Rate RateOf(const char *text);                    /* SW_Rate_NO_LIMIT */
+
+/*
+ * Texts that log lines and tables show; "" for a number outside the enumeration unless said
+ * otherwise. The longest has 39 characters.
+ */
+const char *RateDisplayText(uint32_t rate);
+const char *EgressModeDisplayText(uint32_t mode);
+const char *Dot1qModeDisplayText(uint32_t mode);
+const char *MemberTagDisplayText(uint32_t tag);
+const char *AutoModeDisplayText(uint32_t mode);
+const char *AutoModeSpeedText(uint32_t mode);       /* "Auto" for a mode that fixes no speed */
+const char *AutoModeDuplexText(uint32_t mode);      /* "Auto" for a mode that fixes no duplex */
+const char *MaxFrameSizeDisplayText(uint32_t size); /* 0 is 1522 bytes, any other number 1632 */
+const char *TrueFalseText(bool value);
