@@ -1,0 +1,9 @@
+#pragma once
+
+#include <cstdint>
+
+/*
+ * The seed of a random test: the environment variable GATEWAY_TEST_SEED, to replay a failure, or a
+ * fresh one. Printed on standard error in either case.
+ */
+uint32_t test_seed();

@@ -1,0 +1,17 @@
+#pragma once
+
+/*
+ * While one exists, the allocation by operator new number `allowed` from then on, counted from 0,
+ * and all later ones fail with std::bad_alloc. This program's operator new is replaced for it.
+ */
+class Failing_Memory
+{
+public:
+    explicit Failing_Memory(int allowed);
+    ~Failing_Memory();
+    Failing_Memory(const Failing_Memory &) = delete;
+    Failing_Memory &operator=(const Failing_Memory &) = delete;
+
+    /* Whether an allocation has failed so far. */
+    bool failed() const;
+};
