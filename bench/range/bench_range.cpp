@@ -106,3 +106,5 @@ BENCHMARK_CAPTURE(list2, odd, odd_vlans(), ODD_COUNT);
 BENCHMARK_CAPTURE(vector, odd, odd_vlans(), ODD_COUNT);
 
 } // namespace
+
+BENCHMARK_MAIN();
