@@ -57,9 +57,8 @@ struct Counting_Iterator {
 /* Appends first, first + 1, ... last; first is not above last. Throws when memory runs out. */
 inline void AppendRun(std::vector<int32_t> &values, int32_t first, int32_t last)
 {
-    /* No distance of 32 bits holds the largest run: not left to insert to find out. */
-    const uint32_t steps = static_cast<uint32_t>(last) - static_cast<uint32_t>(first);
-    if (steps >= values.max_size() - values.size())
+    /* A value more than a 32-bit distance counts: no memory for it, the same on every build. */
+    if (first <= 0 && last == std::numeric_limits<int32_t>::max())
         throw std::bad_alloc();
     values.insert(values.end(), Counting_Iterator{static_cast<uint32_t>(first)},
                   Counting_Iterator{static_cast<uint32_t>(last) + 1});
