@@ -19,15 +19,9 @@ class IntRangeToIntList2 : public testing::TestWithParam<Range_Row>
 TEST_P(IntRangeToIntList2, GivesTheValuesOrTheLine)
 {
     const Range_Row &row = GetParam();
-    std::vector<int32_t> values = OLD_VALUES;
-    int32_t count = OLD_COUNT;
-    Output_Capture output;
-    const bool accepted =
-        Int_Range_To_Int_List2(row.text.c_str(), nullptr, true, values, count, row.min, row.max);
-    EXPECT_EQ(output.finish(), row.line);
-    EXPECT_EQ(accepted, row.accepted());
-    EXPECT_EQ(values, row.accepted() ? row.values : OLD_VALUES);
-    EXPECT_EQ(count, row.accepted() ? static_cast<int32_t>(row.values.size()) : OLD_COUNT);
+    expect_row(row, row.line, [&](const char *text, auto &values, int32_t &count) {
+        return Int_Range_To_Int_List2(text, nullptr, true, values, count, row.min, row.max);
+    });
 }
 
 const Range_Row ACCEPTED[] = {

@@ -1,5 +1,4 @@
 #include "switch/range/range_lists.h"
-#include "tests/support/output_capture.h"
 #include "tests/switch/range/range_row.h"
 
 namespace
@@ -21,29 +20,17 @@ class IntRangeToIntList : public testing::TestWithParam<Range_Row>
 TEST_P(IntRangeToIntList, GivesTheValuesOrTheLine)
 {
     const Range_Row &row = GetParam();
-    std::vector<int32_t> values = OLD_VALUES;
-    int32_t count = OLD_COUNT;
-    Output_Capture output;
-    const bool accepted =
-        Int_Range_To_Int_List(row.text.c_str(), nullptr, true, values, count, row.min, row.max);
-    EXPECT_EQ(output.finish(), row.line);
-    EXPECT_EQ(accepted, row.accepted());
-    EXPECT_EQ(values, row.accepted() ? row.values : OLD_VALUES);
-    EXPECT_EQ(count, row.accepted() ? static_cast<int32_t>(row.values.size()) : OLD_COUNT);
+    expect_row(row, row.line, [&](const char *text, auto &values, int32_t &count) {
+        return Int_Range_To_Int_List(text, nullptr, true, values, count, row.min, row.max);
+    });
 }
 
 TEST_P(IntRangeToIntList, SilentlyGivesTheSameWithoutTheLine)
 {
     const Range_Row &row = GetParam();
-    std::vector<int32_t> values = OLD_VALUES;
-    int32_t count = OLD_COUNT;
-    Output_Capture output;
-    const bool accepted =
-        Int_Range_To_Int_List_Silent(row.text.c_str(), values, count, row.min, row.max);
-    EXPECT_EQ(output.finish(), "");
-    EXPECT_EQ(accepted, row.accepted());
-    EXPECT_EQ(values, row.accepted() ? row.values : OLD_VALUES);
-    EXPECT_EQ(count, row.accepted() ? static_cast<int32_t>(row.values.size()) : OLD_COUNT);
+    expect_row(row, "", [&](const char *text, auto &values, int32_t &count) {
+        return Int_Range_To_Int_List_Silent(text, values, count, row.min, row.max);
+    });
 }
 
 const Range_Row ACCEPTED[] = {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/output_capture.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -56,3 +58,17 @@ inline std::string times(int count, const std::string &text)
 /* What the outputs hold before a parse, to see that a refused text leaves them alone. */
 inline const std::vector<int32_t> OLD_VALUES = {-7, 77};
 inline constexpr int32_t OLD_COUNT = -1;
+
+/* Runs parse(text, values, count), which returns bool, on a row and compares all that it gives. */
+template <class Parse>
+void expect_row(const Range_Row &row, const std::string &line, const Parse &parse)
+{
+    std::vector<int32_t> values = OLD_VALUES;
+    int32_t count = OLD_COUNT;
+    Output_Capture output;
+    const bool accepted = parse(row.text.c_str(), values, count);
+    EXPECT_EQ(output.finish(), line);
+    EXPECT_EQ(accepted, row.accepted());
+    EXPECT_EQ(values, row.accepted() ? row.values : OLD_VALUES);
+    EXPECT_EQ(count, row.accepted() ? static_cast<int32_t>(row.values.size()) : OLD_COUNT);
+}
