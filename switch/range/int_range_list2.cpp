@@ -38,7 +38,7 @@ constexpr Cell CUT_OFF = {REFUSE_END, DONE};
 
 // clang-format off
 constexpr Row ROWS[STATES] = {
-    /*                DIGIT                  COMMA                       MINUS                   END                 OTHER */
+    /* DIGIT, COMMA, MINUS, END, OTHER */
     {EXPECT_FIRST,  {{READ_FIRST, FIRST},   REFUSED,                    REFUSED,                CUT_OFF,            REFUSED}},
     {FIRST,         {{READ_FIRST, FIRST},   {TAKE_FIRST, EXPECT_FIRST}, {PASS, EXPECT_SECOND},  {TAKE_FIRST, DONE}, REFUSED}},
     {EXPECT_SECOND, {{READ_SECOND, SECOND}, REFUSED,                    REFUSED,                CUT_OFF,            REFUSED}},
