@@ -1,0 +1,50 @@
+#include "tests/ntp/libc_stand_in.h"
+
+#include <sys/time.h>
+#include <unistd.h>
+#include <utility>
+
+namespace
+{
+
+std::vector<std::string> journal;
+std::vector<unsigned> sleep_answers;
+int settimeofday_answer = 0;
+
+} // namespace
+
+std::vector<std::string> take_libc_calls()
+{
+    return std::exchange(journal, {});
+}
+
+void answer_settimeofday(int result)
+{
+    settimeofday_answer = result;
+}
+
+void answer_sleep(std::vector<unsigned> left)
+{
+    sleep_answers = std::move(left);
+}
+
+extern "C" {
+
+int settimeofday(const timeval *time, const struct timezone *zone) noexcept
+{
+    journal.push_back("settimeofday " + std::to_string(time->tv_sec) + " " +
+                      std::to_string(time->tv_usec) + (zone ? " zone" : ""));
+    return settimeofday_answer;
+}
+
+unsigned sleep(unsigned seconds)
+{
+    journal.push_back("sleep " + std::to_string(seconds));
+    if (sleep_answers.empty()) {
+        return 0;
+    }
+    const unsigned left = sleep_answers.front();
+    sleep_answers.erase(sleep_answers.begin());
+    return left;
+}
+}

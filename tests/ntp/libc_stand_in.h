@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/*
+ * Stand-ins for the C library's settimeofday() and sleep(), linked into these tests in place of the
+ * real ones: no test here can set the machine's clock, whatever it does. Each call appends a line:
+ *
+ *   settimeofday SECONDS MICROSECONDS, and " zone" when a time zone was given
+ *   sleep SECONDS
+ */
+
+/* The lines so far; empties them. */
+std::vector<std::string> take_libc_calls();
+
+/* What the next settimeofday() returns; 0 at the start of a test program. */
+void answer_settimeofday(int result);
+
+/* What the next calls of sleep() return, in this order; then 0. */
+void answer_sleep(std::vector<unsigned> left);
