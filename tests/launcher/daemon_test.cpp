@@ -3,6 +3,7 @@
 
 #include "launcher/daemon.h"
 #include "tests/launcher/process_stand_in.h"
+#include "tests/support/child_process.h"
 #include "tests/support/output_capture.h"
 #include "tests/support/temporary_folder.h"
 
@@ -30,11 +31,6 @@ struct Outcome {
     pid_t id;   /* of the daemon process */
     std::string output;
 };
-
-int exit_status(int status)
-{
-    return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
-}
 
 /* Runs the caller in a process of its own until it and its daemon have ended. */
 Outcome run(const std::function<int()> &caller)

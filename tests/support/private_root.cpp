@@ -1,5 +1,7 @@
 #include "tests/support/private_root.h"
 
+#include "tests/support/child_process.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -17,33 +19,6 @@ namespace
 
 constexpr const char *FOLDERS[] = {"/tmp", "/root", "/dev"};
 constexpr const char *DEVICES[] = {"/dev/null", "/dev/zero", "/dev/urandom", "/dev/tty"};
-
-/* A pipe whose ends close when a program is started. */
-struct Pipe {
-    int readEnd;
-    int writeEnd;
-};
-
-Pipe make_pipe()
-{
-    int ends[2];
-    if (pipe2(ends, O_CLOEXEC) != 0) {
-        throw std::runtime_error("no pipe");
-    }
-    return {ends[0], ends[1]};
-}
-
-std::string read_all(int descriptor)
-{
-    std::string text;
-    char block[4096];
-    ssize_t got = 0;
-    while ((got = read(descriptor, block, sizeof block)) > 0) {
-        text.append(block, static_cast<size_t>(got));
-    }
-    close(descriptor);
-    return text;
-}
 
 [[noreturn]] void refuse(int report, const std::string &step)
 {
@@ -99,16 +74,6 @@ void lay_folders(int report, const std::string &stage)
     for (size_t place = 0; place < std::size(FOLDERS); ++place) {
         bind(report, "/proc/self/fd/" + std::to_string(held[place]), FOLDERS[place]);
     }
-}
-
-std::vector<char *> pointers(const std::vector<std::string> &texts)
-{
-    std::vector<char *> list;
-    for (const std::string &text : texts) {
-        list.push_back(const_cast<char *>(text.c_str()));
-    }
-    list.push_back(nullptr);
-    return list;
 }
 
 [[noreturn]] void become(int report, int output, const std::string &stage,
