@@ -1,0 +1,148 @@
+/* Sets the clock from an NTP server, once or for as long as it runs. */
+
+#include "launcher/daemon.h"
+#include "ntp/client.h"
+#include "ntp/dry_run.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int BAD_USAGE = 2;
+
+constexpr const char *USAGE =
+    "usage: time_client [--once] [--dry-run] [--daemon ID_FILE] SERVER\n"
+    "\n"
+    "Sets the clock from an NTP server: soon after the start while the clock shows 1970, and "
+    "every\n"
+    "four hours, until SIGTERM or SIGINT.\n"
+    "\n"
+    "  --once            make one query and end: status 0 when the clock was set, else 1\n"
+    "  --dry-run         report the time that the clock would be set to, and leave it alone\n"
+    "  --daemon ID_FILE  detach first, and write the daemon's process id into the file\n"
+    "  --help            print this text\n"
+    "\n"
+    "SERVER is a host name or an IPv4 address, of 19 characters at most.\n";
+
+struct Options {
+    bool help;
+    bool once;
+    bool dryRun;
+    const char *idFile;
+    const char *server;
+};
+
+bool refuse(const char *message, const char *subject)
+{
+    fprintf(stderr, "time_client: %s%s\n%s", message, subject, USAGE);
+    return false;
+}
+
+bool take_server(Options *options, const char *text)
+{
+    const size_t length = strlen(text);
+    if (options->server) {
+        return refuse("more than one server: ", text);
+    }
+    if (length == 0) {
+        return refuse("the server is empty", "");
+    }
+    if (length >= NTP_SERVER_SIZE) {
+        return refuse("a server of more than 19 characters: ", text);
+    }
+    options->server = text;
+    return true;
+}
+
+/* Options up to --help, or all of them and the server. On false the reason has been printed. */
+bool read_arguments(const char *const *argument, Options *options)
+{
+    for (++argument; *argument && !options->help; ++argument) {
+        if (strcmp(*argument, "--help") == 0) {
+            options->help = true;
+        } else if (strcmp(*argument, "--once") == 0) {
+            options->once = true;
+        } else if (strcmp(*argument, "--dry-run") == 0) {
+            options->dryRun = true;
+        } else if (strcmp(*argument, "--daemon") == 0) {
+            options->idFile = *++argument;
+            if (!options->idFile) {
+                return refuse("--daemon needs the path of an id file", "");
+            }
+        } else if (**argument == '-') {
+            return refuse("unknown option: ", *argument);
+        } else if (!take_server(options, *argument)) {
+            return false;
+        }
+    }
+    return options->help || options->server || refuse("no server", "");
+}
+
+/* Held back in every thread from here on, until the main thread waits for them. */
+sigset_t hold_end_signals()
+{
+    sigset_t ends;
+    sigemptyset(&ends);
+    sigaddset(&ends, SIGTERM);
+    sigaddset(&ends, SIGINT);
+    sigprocmask(SIG_BLOCK, &ends, nullptr);
+    /* Whoever read the lines may go; the clock is still to be kept. */
+    signal(SIGPIPE, SIG_IGN);
+    return ends;
+}
+
+int keep_polling(const char *server, const sigset_t &ends)
+{
+    /* The thread uses it until the process is gone. */
+    static NTP_Settings settings{};
+    strcpy(settings.server, server);
+    settings.runFlag.store(1, std::memory_order_relaxed);
+    if (!NTP_Thread_Init(&settings)) {
+        return 1;
+    }
+    /* The start has cleared it, which would end the thread after its first pass. */
+    settings.runFlag.store(1, std::memory_order_relaxed);
+    int signal = 0;
+    sigwait(&ends, &signal);
+    /* Not exit(): the thread may be printing, and exit() waits for that in some C libraries. */
+    _exit(0);
+}
+
+int run(const Options &options)
+{
+    /* Each line is out when it is printed, to a pipe or a file too. */
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    sigset_t ends{};
+    if (!options.once) {
+        ends = hold_end_signals();
+    }
+    if (options.idFile) {
+        KVX_Ctrl(options.idFile);
+    }
+    if (options.dryRun) {
+        NTP_Use_Dry_Run_Clock();
+    }
+    if (options.once) {
+        return NTP_Time_Get(options.server) ? 0 : 1;
+    }
+    return keep_polling(options.server, ends);
+}
+
+} // namespace
+
+int main(int, char **arguments)
+{
+    Options options{};
+    if (!read_arguments(arguments, &options)) {
+        return BAD_USAGE;
+    }
+    if (options.help) {
+        fputs(USAGE, stdout);
+        return 0;
+    }
+    return run(options);
+}
