@@ -99,7 +99,7 @@ int keep_polling(const char *server, const sigset_t &ends)
 {
     /* The thread uses it until the process is gone. */
     static NTP_Settings settings{};
-    strcpy(settings.server, server);
+    snprintf(settings.server, sizeof settings.server, "%s", server);
     settings.runFlag.store(1, std::memory_order_relaxed);
     if (!NTP_Thread_Init(&settings)) {
         return 1;
