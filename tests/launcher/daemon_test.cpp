@@ -14,8 +14,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <ostream>
 #include <string>
@@ -35,7 +37,6 @@ struct Outcome {
 /* Runs the caller in a process of its own until it and its daemon have ended. */
 Outcome run(const std::function<int()> &caller)
 {
-    prctl(PR_SET_CHILD_SUBREAPER, 1);
     Output_Capture capture;
     const pid_t child = fork();
     if (child == 0) {
@@ -64,6 +65,13 @@ const char *is_open(int descriptor)
 class Daemon : public testing::Test
 {
 protected:
+    void SetUp() override
+    {
+        if (prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0) != 0) {
+            GTEST_SKIP() << "orphans are not handed to the test here: " << std::strerror(errno);
+        }
+    }
+
     std::string id_file() const { return folder.path() + "/id"; }
 
     Temporary_Folder folder;
