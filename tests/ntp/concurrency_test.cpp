@@ -18,6 +18,7 @@ namespace
 {
 
 std::atomic<int> sleeps;
+std::atomic<bool> held;
 std::vector<pthread_t> threads;
 
 time_t steady_clock_of_2020()
@@ -25,9 +26,12 @@ time_t steady_clock_of_2020()
     return 1600000000;
 }
 
+/* The first sleep lasts until the owner is done with the start, as 35 seconds surely do. */
 void short_sleep(uint32_t)
 {
-    usleep(1000);
+    do {
+        usleep(1000);
+    } while (held.load(std::memory_order_relaxed));
     sleeps.fetch_add(1, std::memory_order_relaxed);
 }
 
@@ -59,6 +63,7 @@ protected:
     NtpConcurrency() : platform(NTP_System_Platform)
     {
         sleeps = 0;
+        held = false;
         threads.clear();
         platform.now = steady_clock_of_2020;
         platform.sleepSeconds = short_sleep;
@@ -67,9 +72,19 @@ protected:
     }
     ~NtpConcurrency() override { NTP_Set_Platform(&NTP_System_Platform); }
 
+    /* Starts the thread and sets the flag again during its first sleep. */
+    void start_and_keep()
+    {
+        held.store(true, std::memory_order_relaxed);
+        ASSERT_TRUE(NTP_Thread_Init(&settings));
+        settings.runFlag.store(1, std::memory_order_relaxed);
+        held.store(false, std::memory_order_relaxed);
+    }
+
     static void wait_for_sleeps(int count)
     {
-        while (sleeps.load(std::memory_order_relaxed) < count) {
+        for (int tries = 0; sleeps.load(std::memory_order_relaxed) < count; ++tries) {
+            ASSERT_LT(tries, 100000) << "the thread sleeps no more";
             usleep(100);
         }
     }
@@ -98,8 +113,7 @@ protected:
 TEST_F(NtpConcurrency, KeepsPollingUntilTheOwnerClearsTheFlag)
 {
     Output_Capture capture;
-    ASSERT_TRUE(NTP_Thread_Init(&settings));
-    settings.runFlag.store(1, std::memory_order_relaxed);
+    start_and_keep();
     wait_for_sleeps(10);
     settings.runFlag.store(0, std::memory_order_relaxed);
     join_threads();
@@ -137,8 +151,7 @@ TEST_F(NtpConcurrency, EndsAfterOnePassWhenTheFlagIsLeftAlone)
 TEST_F(NtpConcurrency, EndsBothThreadsWhenASecondIsStarted)
 {
     Output_Capture capture;
-    ASSERT_TRUE(NTP_Thread_Init(&settings));
-    settings.runFlag.store(1, std::memory_order_relaxed);
+    start_and_keep();
     wait_for_sleeps(5);
     ASSERT_TRUE(NTP_Thread_Init(&settings));
     join_threads();

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <ostream>
@@ -24,9 +25,9 @@ using std::chrono::milliseconds;
 /* The machine's platform with another clock, and with a note of what passes. */
 struct Noted {
     time_t clock;
-    int waits;
     std::vector<int> sockets;
     std::vector<Clock::time_point> sends;
+    std::vector<Clock::duration> waits;
 };
 
 Noted noted;
@@ -51,8 +52,10 @@ int send_packet(int socket, uint32_t address, const NTP_Packet &packet)
 
 bool wait_readable(int socket, uint32_t microseconds)
 {
-    ++noted.waits;
-    return NTP_System_Platform.waitReadable(socket, microseconds);
+    const Clock::time_point start = Clock::now();
+    const bool readable = NTP_System_Platform.waitReadable(socket, microseconds);
+    noted.waits.push_back(Clock::now() - start);
+    return readable;
 }
 
 constexpr time_t UNTOUCHED = 1600000000;
@@ -67,7 +70,7 @@ protected:
     {
         SKIP_IF_REFUSED(enter_private_network());
         setenv("TZ", "UTC", 1);
-        noted = {.clock = UNTOUCHED, .waits = 0, .sockets = {}, .sends = {}};
+        forget();
         platform = NTP_System_Platform;
         platform.now = now;
         platform.setClock = set_clock;
@@ -76,6 +79,8 @@ protected:
         NTP_Set_Platform(&platform);
     }
     void TearDown() override { NTP_Set_Platform(&NTP_System_Platform); }
+
+    static void forget() { noted = {.clock = UNTOUCHED, .sockets = {}, .sends = {}, .waits = {}}; }
 
     bool query(const char *server = "127.0.0.1")
     {
@@ -115,7 +120,7 @@ TEST_F(NtpNetwork, SendsARequestOf48Bytes)
     query();
     std::vector<uint8_t> request(48, 0);
     request[0] = 0xD9;
-    const std::vector<Seen_Request> seen = server.finish();
+    const Seen_Requests seen = server.finish();
     ASSERT_EQ(seen.size(), 1U);
     EXPECT_EQ(seen[0].bytes, request);
 }
@@ -126,7 +131,7 @@ TEST_F(NtpNetwork, AsksFiveTimes100MillisecondsApartWhenNobodyAnswers)
     EXPECT_FALSE(query());
     EXPECT_EQ(output, ASKED);
     EXPECT_EQ(noted.clock, UNTOUCHED);
-    EXPECT_EQ(noted.waits, 5);
+    EXPECT_EQ(noted.waits.size(), 5U);
     EXPECT_EQ(noted.sends.size(), 5U);
     expect_spacing_of_100_milliseconds();
     EXPECT_EQ(server.finish().size(), 5U);
@@ -169,46 +174,75 @@ INSTANTIATE_TEST_SUITE_P(Wrong, NtpNetworkLength,
                          testing::Values(0U, 1U, 44U, 47U, 49U, 68U, 1400U),
                          [](const auto &row) { return "Of" + std::to_string(row.param); });
 
-/* Repeated when the machine was too busy for the server to answer in time. */
-TEST_F(NtpNetwork, TakesAnAnswerAfter90MillisecondsInTheFirstAttempt)
+/*
+ * Answers close to the limit of 100 milliseconds. A busy machine may be late with the answer, or
+ * with the end of the wait, which then meets an answer that came too late; such a run is made
+ * again.
+ */
+class NtpNetworkLimit : public NtpNetwork
 {
-    Clock::duration answered{};
-    size_t requests = 0;
-    for (int run = 0; run < 20; ++run) {
-        noted.sends.clear();
-        Scripted_Server server(Scripted_Answers{{.seconds = SECONDS, .milliseconds = 90}});
-        EXPECT_TRUE(query());
-        EXPECT_EQ(output, UPDATED);
-        const std::vector<Seen_Request> seen = server.finish();
-        requests = seen.size();
-        answered = seen[0].answered - noted.sends[0];
-        if (answered < milliseconds(97)) {
-            break;
+protected:
+    /* Queries until a run was on time; sets `set` and `seen`. */
+    void query_on_time(const Scripted_Answers &answers)
+    {
+        for (int run = 0; run < 50; ++run) {
+            forget();
+            Scripted_Server server(answers);
+            set = query();
+            seen = server.finish();
+            if (wait_was_on_time() && answers_were_on_time(answers)) {
+                return;
+            }
         }
+        FAIL() << "the machine is too busy";
     }
-    ASSERT_LT(answered, milliseconds(97)) << "the server never answered in time";
-    EXPECT_GE(answered, milliseconds(90));
-    EXPECT_EQ(requests, 1U);
-}
 
-TEST_F(NtpNetwork, TakesAnAnswerAfter110MillisecondsInTheSecondAttempt)
+    Seen_Requests seen;
+    bool set = false;
+
+private:
+    static bool wait_was_on_time()
+    {
+        return std::all_of(noted.waits.begin(), noted.waits.end(),
+                           [](Clock::duration wait) { return wait < milliseconds(107); });
+    }
+
+    bool answers_were_on_time(const Scripted_Answers &answers) const
+    {
+        for (size_t i = 0; i < seen.size() && i < answers.size(); ++i) {
+            if (seen[i].answered - noted.sends[i] > milliseconds(answers[i].milliseconds + 7)) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
+
+TEST_F(NtpNetworkLimit, TakesAnAnswerAfter90MillisecondsInTheFirstAttempt)
 {
-    Scripted_Server server(Scripted_Answers{{.seconds = SECONDS, .milliseconds = 110}});
-    EXPECT_TRUE(query());
+    query_on_time({{.seconds = SECONDS, .milliseconds = 90}});
+    EXPECT_TRUE(set);
     EXPECT_EQ(output, UPDATED);
-    EXPECT_EQ(noted.sends.size(), 2U);
-    EXPECT_GE(noted.sends[1] - noted.sends[0], milliseconds(100));
+    EXPECT_EQ(seen.size(), 1U);
 }
 
-TEST_F(NtpNetwork, MissesAnAnswer110MillisecondsAfterTheFifthRequest)
+TEST_F(NtpNetworkLimit, TakesAnAnswerAfter110MillisecondsInTheSecondAttempt)
+{
+    query_on_time({{.seconds = SECONDS, .milliseconds = 110}});
+    EXPECT_TRUE(set);
+    EXPECT_EQ(output, UPDATED);
+    EXPECT_EQ(seen.size(), 2U);
+    EXPECT_GE(noted.waits[0], milliseconds(100));
+}
+
+TEST_F(NtpNetworkLimit, MissesAnAnswer110MillisecondsAfterTheFifthRequest)
 {
     const Scripted_Answer none{.silent = true};
-    Scripted_Server server(
-        Scripted_Answers{none, none, none, none, {.seconds = SECONDS, .milliseconds = 110}});
-    EXPECT_FALSE(query());
+    query_on_time({none, none, none, none, {.seconds = SECONDS, .milliseconds = 110}});
+    EXPECT_FALSE(set);
     EXPECT_EQ(output, ASKED);
     EXPECT_EQ(noted.clock, UNTOUCHED);
-    EXPECT_EQ(server.finish().size(), 5U);
+    EXPECT_EQ(seen.size(), 5U);
 }
 
 TEST_F(NtpNetwork, TakesAnAnswerToTheFifthRequest)
@@ -243,7 +277,7 @@ TEST_F(NtpNetwork, DoesNotWaitAfterASendThatFails)
     EXPECT_FALSE(query("192.0.2.1"));
     EXPECT_EQ(output, "NTP_Time_Get remote_server-192.0.2.1\n");
     EXPECT_EQ(noted.sends.size(), 5U);
-    EXPECT_EQ(noted.waits, 0);
+    EXPECT_TRUE(noted.waits.empty());
 }
 
 TEST_F(NtpNetwork, WorksWithASocketOfNumberZero)

@@ -57,7 +57,7 @@ Scripted_Server::~Scripted_Server()
     close(stop_);
 }
 
-std::vector<Seen_Request> Scripted_Server::finish()
+Seen_Requests Scripted_Server::finish()
 {
     if (thread_.joinable()) {
         eventfd_write(stop_, 1);

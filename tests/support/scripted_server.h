@@ -24,6 +24,8 @@ struct Seen_Request {
     std::chrono::steady_clock::time_point answered; /* zero when not */
 };
 
+using Seen_Requests = std::vector<Seen_Request>;
+
 /*
  * A UDP server on 127.0.0.1, port 123, for tests in a private network namespace: the n-th request
  * gets the n-th answer, further ones get none.
@@ -40,7 +42,7 @@ public:
     Scripted_Server &operator=(const Scripted_Server &) = delete;
 
     /* Stops the server; returns the requests in the order of their arrival. */
-    std::vector<Seen_Request> finish();
+    Seen_Requests finish();
 
 private:
     struct Pending {
@@ -56,7 +58,7 @@ private:
 
     Scripted_Answers answers_;
     std::function<void()> on_request_;
-    std::vector<Seen_Request> requests_;
+    Seen_Requests requests_;
     std::vector<Pending> pending_;
     int socket_;
     int elsewhere_;

@@ -148,7 +148,7 @@ TEST_F(TimeClientQuery, ReportsTheServersTimeAndEndsWithZero)
     EXPECT_EQ(client.errors(), "");
     EXPECT_EQ(client.wait(), 0);
 
-    const std::vector<Seen_Request> seen = server.finish();
+    const Seen_Requests seen = server.finish();
     ASSERT_EQ(seen.size(), 1U);
     std::vector<uint8_t> request(48, 0);
     request[0] = 0xD9;
