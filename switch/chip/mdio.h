@@ -10,6 +10,8 @@
  * the driver above it.
  */
 
+struct SW_Device;
+
 /* The device's request number: read and write, 8 bytes, type 'W', number 1. */
 inline constexpr unsigned long MDIO_REQUEST = 0xC0085701;
 
@@ -35,3 +37,26 @@ struct MDIO_Handler {
     int (*request)(void *context, unsigned long number, MDIO_Record *record);
     void *context;
 };
+
+/*
+ * Makes `handler` the one that carries out every request and returns the one before it, which
+ * always has a function. A handler with a null function stands for the kernel device, the handler
+ * at start.
+ */
+MDIO_Handler MDIO_Install(MDIO_Handler handler);
+
+/*
+ * Hands the request to the current handler and returns its answer. The kernel device's: opens
+ * "/dev/mdio" for reading and writing, issues the ioctl, closes the node, and returns the ioctl's
+ * result. When the node cannot be opened it prints "couldn't open node" and returns the negative
+ * descriptor; when the ioctl fails it prints "ioctl failed". Neither text ends its line.
+ */
+int MDIO_Request(unsigned long number, MDIO_Record *record);
+
+/*
+ * The bus hooks, as the driver's load operation takes them: one request each. Address and register
+ * are cut to 8 bits; the device handle is not looked at. Both return 1 (true) whatever happened:
+ * the read of a failed request stores 0. `value` is not null.
+ */
+int MDIO_Bus_Read(SW_Device *device, uint32_t phyAddress, uint32_t registerNumber, uint32_t *value);
+int MDIO_Bus_Write(SW_Device *device, uint32_t phyAddress, uint32_t registerNumber, uint32_t value);
