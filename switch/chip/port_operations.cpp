@@ -38,10 +38,10 @@ enum Value_Kind : uint8_t { BOOLEAN, NUMBER };
 struct Port_Row {
     Port_Field id;
     Value_Kind kind;
+    Field field;     /* where `layout` is true, */
+    Field otherwise; /* and where it is false */
     Family_Test support;
-    Family_Test layout; /* true: `field`, false: `otherwise` */
-    Field field;
-    Field otherwise;
+    Family_Test layout;
     int (*checkValue)(const SW_Device &device, uint32_t value); /* may be null */
 };
 
@@ -70,27 +70,27 @@ constexpr Family_Test LINK_11 = {Family_Compare::ANY, A_LINK_BIT_11, B_NEWER_LAY
 
 // clang-format off
 constexpr Port_Row PORT_ROWS[] = {
-    /* id                    kind     support     layout          field        otherwise    check */
-    {PORT_VID,              NUMBER,  ALWAYS,     ALWAYS,         {7,  0, 12}, {},          nullptr},
-    {FORCE_DEFAULT_VID,     BOOLEAN, VLAN,       ALWAYS,         {7, 12, 1},  {},          nullptr},
-    {DOT1Q_MODE,            NUMBER,  VLAN,       NEWER_OR_GROUP, {8, 10, 2},  {6, 10, 2},  nullptr},
-    {DISCARD_TAGGED,        BOOLEAN, DISCARD,    ALWAYS,         {8,  9, 1},  {},          nullptr},
-    {DISCARD_UNTAGGED,      BOOLEAN, DISCARD,    ALWAYS,         {8,  8, 1},  {},          nullptr},
-    {EGRESS_MODE,           NUMBER,  PRIORITIES, ALWAYS,         {4, 12, 2},  {},          check_egress_mode},
-    {USE_CORE_TAG,          BOOLEAN, CORE_TAG,   ALWAYS,         {4, 15, 1},  {},          nullptr},
-    {PRIO_MAP_RULE,         BOOLEAN, PRIORITIES, ALWAYS,         {4,  6, 1},  {},          nullptr},
-    {USE_IP_PRIO,           BOOLEAN, PRIORITIES, ALWAYS,         {4,  5, 1},  {},          nullptr},
-    {USE_USER_PRIO,         BOOLEAN, PRIORITIES, ALWAYS,         {4,  4, 1},  {},          nullptr},
-    {DEFAULT_PRIO,          NUMBER,  PRIORITIES, NEWER_OR_GROUP, {7, 13, 3},  {7, 14, 2},  nullptr},
-    {PRI3_RATE,             BOOLEAN, RATE_FLAGS, RATE_FLAGS_9,   {9, 14, 1},  {10, 13, 1}, nullptr},
-    {PRI2_RATE,             BOOLEAN, RATE_FLAGS, RATE_FLAGS_9,   {9, 13, 1},  {10, 12, 1}, nullptr},
-    {PRI1_RATE,             BOOLEAN, RATE_FLAGS, RATE_FLAGS_9,   {9, 12, 1},  {10, 11, 1}, nullptr},
-    {INGRESS_MIRROR_SOURCE, BOOLEAN, MIRROR,     ALWAYS,         {8,  5, 1},  {},          nullptr},
-    {EGRESS_MIRROR_SOURCE,  BOOLEAN, MIRROR,     ALWAYS,         {8,  4, 1},  {},          nullptr},
-    {PHY_DETECT,            BOOLEAN, NEWER,      ALWAYS,         {0, 12, 1},  {},          nullptr},
-    {LINK_STATE,            BOOLEAN, ALWAYS,     LINK_11,        {0, 11, 1},  {0, 12, 1},  nullptr},
-    {DUPLEX,                BOOLEAN, ALWAYS,     NEWER,          {0, 10, 1},  {0,  9, 1},  nullptr},
-    {SPEED_MODE,            NUMBER,  ALWAYS,     NEWER,          {0,  8, 2},  {0,  8, 1},  nullptr},
+    /* id                  kind     field       otherwise    support     layout          check */
+    {PORT_VID,              NUMBER,  {7, 0, 12}, {},          ALWAYS,     ALWAYS,         nullptr},
+    {FORCE_DEFAULT_VID,     BOOLEAN, {7, 12, 1}, {},          VLAN,       ALWAYS,         nullptr},
+    {DOT1Q_MODE,            NUMBER,  {8, 10, 2}, {6, 10, 2},  VLAN,       NEWER_OR_GROUP, nullptr},
+    {DISCARD_TAGGED,        BOOLEAN, {8, 9, 1},  {},          DISCARD,    ALWAYS,         nullptr},
+    {DISCARD_UNTAGGED,      BOOLEAN, {8, 8, 1},  {},          DISCARD,    ALWAYS,         nullptr},
+    {EGRESS_MODE,           NUMBER,  {4, 12, 2}, {},          PRIORITIES, ALWAYS,         check_egress_mode},
+    {USE_CORE_TAG,          BOOLEAN, {4, 15, 1}, {},          CORE_TAG,   ALWAYS,         nullptr},
+    {PRIO_MAP_RULE,         BOOLEAN, {4, 6, 1},  {},          PRIORITIES, ALWAYS,         nullptr},
+    {USE_IP_PRIO,           BOOLEAN, {4, 5, 1},  {},          PRIORITIES, ALWAYS,         nullptr},
+    {USE_USER_PRIO,         BOOLEAN, {4, 4, 1},  {},          PRIORITIES, ALWAYS,         nullptr},
+    {DEFAULT_PRIO,          NUMBER,  {7, 13, 3}, {7, 14, 2},  PRIORITIES, NEWER_OR_GROUP, nullptr},
+    {PRI3_RATE,             BOOLEAN, {9, 14, 1}, {10, 13, 1}, RATE_FLAGS, RATE_FLAGS_9,   nullptr},
+    {PRI2_RATE,             BOOLEAN, {9, 13, 1}, {10, 12, 1}, RATE_FLAGS, RATE_FLAGS_9,   nullptr},
+    {PRI1_RATE,             BOOLEAN, {9, 12, 1}, {10, 11, 1}, RATE_FLAGS, RATE_FLAGS_9,   nullptr},
+    {INGRESS_MIRROR_SOURCE, BOOLEAN, {8, 5, 1},  {},          MIRROR,     ALWAYS,         nullptr},
+    {EGRESS_MIRROR_SOURCE,  BOOLEAN, {8, 4, 1},  {},          MIRROR,     ALWAYS,         nullptr},
+    {PHY_DETECT,            BOOLEAN, {0, 12, 1}, {},          NEWER,      ALWAYS,         nullptr},
+    {LINK_STATE,            BOOLEAN, {0, 11, 1}, {0, 12, 1},  ALWAYS,     LINK_11,        nullptr},
+    {DUPLEX,                BOOLEAN, {0, 10, 1}, {0, 9, 1},   ALWAYS,     NEWER,          nullptr},
+    {SPEED_MODE,            NUMBER,  {0, 8, 2},  {0, 8, 1},   ALWAYS,     NEWER,          nullptr},
 };
 // clang-format on
 

@@ -75,16 +75,28 @@ uint32_t entry_ports(const SW_Device &device)
     return device.numberOfPorts < VLAN_ENTRY_PORTS ? device.numberOfPorts : VLAN_ENTRY_PORTS;
 }
 
+/* Where a driver port's four bits are in the data registers. */
+struct Slot {
+    uint32_t word;
+    uint32_t tagBit;
+    uint32_t stateBit;
+};
+
+Slot slot_of(const SW_Device &device, uint32_t port)
+{
+    const uint32_t hardware_port = SMI_Hardware_Port(device, port);
+    const uint32_t bit = PORTS_PER_REGISTER * (hardware_port % PORTS_PER_REGISTER);
+    return {hardware_port / PORTS_PER_REGISTER, bit, bit + 2};
+}
+
 Data_Words pack(const SW_Device &device, const Vlan_Table_Entry &entry)
 {
     Data_Words data = {};
     const bool states = Family_Passes(PORT_STATES, device);
     for (uint32_t port = 0; port < entry_ports(device); ++port) {
-        const uint32_t hardware_port = SMI_Hardware_Port(device, port);
-        const uint32_t bit = PORTS_PER_REGISTER * (hardware_port % PORTS_PER_REGISTER);
-        uint16_t &word = data.word[hardware_port / PORTS_PER_REGISTER];
-        word |= put(entry.memberTagP[port], bit, 2);
-        word |= put(states ? entry.portStateP[port] : 0, bit + 2, 2);
+        const Slot slot = slot_of(device, port);
+        data.word[slot.word] |= put(entry.memberTagP[port], slot.tagBit, 2);
+        data.word[slot.word] |= put(states ? entry.portStateP[port] : 0, slot.stateBit, 2);
     }
     if (Family_Passes(FAMILY_EXTENDED, device)) {
         data.word[1] |= pack_extended(entry);
@@ -100,11 +112,9 @@ Vlan_Table_Entry unpack(const SW_Device &device, const Data_Words &data)
     Vlan_Table_Entry entry = {};
     const bool states = Family_Passes(PORT_STATES, device);
     for (uint32_t port = 0; port < entry_ports(device); ++port) {
-        const uint32_t hardware_port = SMI_Hardware_Port(device, port);
-        const uint32_t bit = PORTS_PER_REGISTER * (hardware_port % PORTS_PER_REGISTER);
-        const uint16_t word = data.word[hardware_port / PORTS_PER_REGISTER];
-        entry.memberTagP[port] = take(word, bit, 2);
-        entry.portStateP[port] = states ? take(word, bit + 2, 2) : 0;
+        const Slot slot = slot_of(device, port);
+        entry.memberTagP[port] = take(data.word[slot.word], slot.tagBit, 2);
+        entry.portStateP[port] = states ? take(data.word[slot.word], slot.stateBit, 2) : 0;
     }
     if (Family_Passes(FAMILY_EXTENDED, device)) {
         unpack_extended(data.word[1], &entry);

@@ -1,7 +1,7 @@
 #include "switch/chip/phy.h"
 
 #include "switch/chip/port_operations.h"
-#include "tests/switch/chip/fake_bus.h"
+#include "tests/switch/chip/board_test.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace
 {
 
 /* The board's PHYs are at SMI addresses 0 to 2. */
-class Phy : public testing::Test
+class Phy : public Board_Test
 {
 protected:
     Phy() { make_phy(1, true); }
@@ -27,9 +27,6 @@ protected:
         phy[3] = 0x5678;
         phy[15] = gigabit ? 0x3000 : 0;
     }
-
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 struct Mode_Row {

@@ -1,6 +1,6 @@
 #include "switch/chip/port_operations.h"
 
-#include "tests/switch/chip/fake_bus.h"
+#include "tests/switch/chip/board_test.h"
 
 #include <gtest/gtest.h>
 
@@ -68,11 +68,8 @@ const Row ROWS[] = {
 };
 // clang-format on
 
-class PortOperation : public testing::TestWithParam<Row>
+class PortOperation : public Board_Test, public testing::WithParamInterface<Row>
 {
-protected:
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_P(PortOperation, ZeroClearsItsBitsAndKeepsTheOthers)
@@ -177,11 +174,8 @@ TEST_P(PortFact, IsReadFromThePortStatusRegister)
 INSTANTIATE_TEST_SUITE_P(Board, PortFact, testing::ValuesIn(FACTS),
                          [](const auto &row) { return row.param.name; });
 
-class PortSettings : public testing::Test
+class PortSettings : public Board_Test
 {
-protected:
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_F(PortSettings, VlanId4096WritesZeroAndKeepsTheHighBits)

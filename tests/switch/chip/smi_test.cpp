@@ -1,7 +1,7 @@
 #include "switch/chip/smi.h"
 
 #include "switch/chip/fields.h"
-#include "tests/switch/chip/fake_bus.h"
+#include "tests/switch/chip/board_test.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,8 @@ namespace
 
 constexpr uint8_t COMMAND = 0x04; /* the chip's own address in the tests of indirect mode */
 
-class DirectAccess : public testing::Test
+class DirectAccess : public Board_Test
 {
-protected:
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_F(DirectAccess, IsOneCallOfTheHook)
@@ -57,7 +54,7 @@ TEST_F(DirectAccess, EveryModeButTwoIsDirect)
     }
 }
 
-class IndirectAccess : public testing::Test
+class IndirectAccess : public Board_Test
 {
 protected:
     IndirectAccess()
@@ -67,9 +64,6 @@ protected:
         device.smiAddress = COMMAND;
         device.baseRegAddr = 0;
     }
-
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_F(IndirectAccess, WriteSendsDataThenCommandAndDoesNotWait)
@@ -247,11 +241,8 @@ TEST(FieldMask, CoversItsBitsAndNothingAboveBit15)
     }
 }
 
-class FieldAccess : public testing::Test
+class FieldAccess : public Board_Test
 {
-protected:
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_F(FieldAccess, WriteKeepsTheOtherBits)

@@ -1,6 +1,6 @@
 #include "switch/chip/system.h"
 
-#include "tests/switch/chip/fake_bus.h"
+#include "tests/switch/chip/board_test.h"
 
 #include <gtest/gtest.h>
 
@@ -10,11 +10,8 @@
 namespace
 {
 
-class SystemSettings : public testing::Test
+class SystemSettings : public Board_Test
 {
-protected:
-    Fake_Bus bus;
-    SW_Device device = make_board_device();
 };
 
 TEST_F(SystemSettings, UserPriorityHasTwoBitsOfGlobal24)

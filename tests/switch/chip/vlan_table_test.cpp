@@ -1,6 +1,6 @@
 #include "switch/chip/vlan_table.h"
 
-#include "tests/switch/chip/fake_bus.h"
+#include "tests/switch/chip/board_test.h"
 
 #include <gtest/gtest.h>
 
@@ -200,7 +200,7 @@ TEST_P(VtuPacking, EntryIsReadBackWhole)
 INSTANTIATE_TEST_SUITE_P(Chips, VtuPacking, testing::ValuesIn(PACKINGS),
                          [](const auto &row) { return row.param.name; });
 
-class VlanTable : public testing::Test
+class VlanTable : public Board_Test
 {
 protected:
     VlanTable() { bus.vtu_address = 0x1B; }
@@ -311,16 +311,16 @@ TEST_F(VlanTable, SlotsBeyondTheChipsPortsAreNotWritten)
 
 TEST_F(VlanTable, EntryOutOfRangeIsABadParameterWithoutAccess)
 {
-    for (const unsigned vid : {4096, 4097, 65535}) {
+    for (const unsigned vid : {4096U, 4097U, 65535U}) {
         const Vlan_Table_Entry entry = make_entry(vid, TAGS_6);
         EXPECT_EQ(swVtuAddEntry(&device, &entry), SW_STATUS_BAD_PARAM) << vid;
     }
-    for (const unsigned database : {64, 65, 256, 65535}) {
+    for (const unsigned database : {64U, 65U, 256U, 65535U}) {
         const Vlan_Table_Entry entry = make_entry(1, TAGS_6, {}, database);
         EXPECT_EQ(swVtuAddEntry(&device, &entry), SW_STATUS_BAD_PARAM) << database;
     }
     device = make_device(1U << 2, 0);
-    for (const unsigned database : {16, 63, 65535}) {
+    for (const unsigned database : {16U, 63U, 65535U}) {
         const Vlan_Table_Entry entry = make_entry(1, TAGS_6, {}, database);
         EXPECT_EQ(swVtuAddEntry(&device, &entry), SW_STATUS_BAD_PARAM) << database;
     }
@@ -364,7 +364,7 @@ TEST_F(VlanTable, EmptyTableHasNoFirstAndCountZero)
 TEST_F(VlanTable, NothingLiesBehindVlan4095)
 {
     bus.vtu[1] = {};
-    for (const unsigned vid : {4095, 8191, 65535}) {
+    for (const unsigned vid : {4095U, 8191U, 65535U}) {
         Vlan_Table_Entry entry = make_entry(vid, TAGS_6);
         EXPECT_EQ(swVtuGetNext(&device, &entry), SW_STATUS_FAIL) << vid;
     }
