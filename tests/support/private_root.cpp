@@ -62,10 +62,11 @@ void bind(int report, const std::string &from, const std::string &onto)
 }
 
 /* The folders are held open, since mounting one may hide the others. */
-void lay_folders(int report, const std::string &stage)
+void lay_folders(int report, const std::string &stage,
+                 const std::vector<Private_Root::Device> &devices)
 {
-    for (const char *const device : DEVICES) {
-        bind(report, device, stage + device);
+    for (const Private_Root::Device &device : devices) {
+        bind(report, device.machines, stage + device.path);
     }
     int held[std::size(FOLDERS)];
     for (size_t place = 0; place < std::size(FOLDERS); ++place) {
@@ -77,6 +78,7 @@ void lay_folders(int report, const std::string &stage)
 }
 
 [[noreturn]] void become(int report, int output, const std::string &stage,
+                         const std::vector<Private_Root::Device> &devices,
                          const std::vector<std::string> &arguments,
                          const std::vector<std::string> &environment)
 {
@@ -85,7 +87,7 @@ void lay_folders(int report, const std::string &stage)
         refuse(report, arguments.front());
     }
     enter_namespaces(report);
-    lay_folders(report, stage);
+    lay_folders(report, stage, devices);
 
     const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(input, 0);
@@ -106,7 +108,7 @@ Private_Root::Private_Root()
         mkdir((stage_.path() + folder).c_str(), 0755);
     }
     for (const char *const device : DEVICES) {
-        stage_.write(device, "");
+        lend_device(device, device);
     }
 }
 
@@ -127,6 +129,13 @@ void Private_Root::write(const std::string &path, const std::string &text, mode_
     chmod(place.c_str(), mode);
 }
 
+void Private_Root::lend_device(const std::string &machines, const std::string &path)
+{
+    outside(path);
+    stage_.write(path, "");
+    devices_.push_back({machines, path});
+}
+
 std::string Private_Root::read(const std::string &path) const
 {
     outside(path);
@@ -145,7 +154,7 @@ Private_Root::Run Private_Root::run(const std::string &program,
     Run run{};
     run.process = fork();
     if (run.process == 0) {
-        become(report.writeEnd, output.writeEnd, stage_.path(), all, environment);
+        become(report.writeEnd, output.writeEnd, stage_.path(), devices_, all, environment);
     }
     close(report.writeEnd);
     close(output.writeEnd);

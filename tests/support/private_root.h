@@ -29,6 +29,9 @@ public:
     /* Writes a file; mode as chmod takes it. */
     void write(const std::string &path, const std::string &text, mode_t mode = 0644) const;
 
+    /* Puts a device of the machine at a path inside, "/dev/...": the runs see it there. */
+    void lend_device(const std::string &machines, const std::string &path);
+
     /* The bytes of a file; empty when it is not there. */
     std::string read(const std::string &path) const;
 
@@ -40,8 +43,14 @@ public:
     Run run(const std::string &program, const std::vector<std::string> &arguments = {},
             const std::vector<std::string> &environment = {}) const;
 
+    struct Device {
+        std::string machines;
+        std::string path; /* inside */
+    };
+
 private:
     Temporary_Folder stage_;
+    std::vector<Device> devices_;
 };
 
 /* In a test: skips it when the namespace was refused, or fails it where the environment variable
