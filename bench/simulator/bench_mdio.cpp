@@ -1,5 +1,6 @@
 #include "simulator/seam.h"
 #include "switch/chip/driver.h"
+#include "tests/end_to_end/mdio/board_device.h"
 
 #include <benchmark/benchmark.h>
 
@@ -20,20 +21,6 @@ namespace
 {
 
 constexpr uint32_t PORT = 1;
-
-/* The board's chip without a load, which the stand-in could not answer. */
-SW_Device board_device()
-{
-    SW_Device device = {};
-    device.numberOfPorts = 6;
-    device.validPortMask = 0x003F;
-    device.phyPortMask = 0x0007;
-    device.familyA = 1U << 13;
-    device.loaded = 1;
-    device.hooks.readRegister = MDIO_Bus_Read;
-    device.hooks.writeRegister = MDIO_Bus_Write;
-    return device;
-}
 
 /* The machine's zero device at the node's place; a real MDIO device is never opened. */
 bool is_stand_in()

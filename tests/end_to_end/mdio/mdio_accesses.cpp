@@ -7,7 +7,7 @@
  */
 
 #include "switch/chip/driver.h"
-#include "switch/chip/mdio.h"
+#include "tests/end_to_end/mdio/board_device.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -19,19 +19,6 @@ namespace
 uint32_t number(const char *text)
 {
     return static_cast<uint32_t>(strtoul(text, nullptr, 0));
-}
-
-SW_Device board_device()
-{
-    SW_Device device = {};
-    device.numberOfPorts = 6;
-    device.validPortMask = 0x003F;
-    device.phyPortMask = 0x0007;
-    device.familyA = 1U << 13;
-    device.loaded = 1;
-    device.hooks.readRegister = MDIO_Bus_Read;
-    device.hooks.writeRegister = MDIO_Bus_Write;
-    return device;
 }
 
 int do_read(char **words)
