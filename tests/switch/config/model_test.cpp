@@ -1,37 +1,16 @@
 #include "switch/config/model.h"
+#include "tests/switch/config/records.h"
 
 #include <gtest/gtest.h>
 
 #include <cstring>
 #include <functional>
-#include <memory>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace
 {
-
-using Record = std::unique_ptr<SW_Config>;
-
-Record filled_record(int byte)
-{
-    Record record = std::make_unique<SW_Config>();
-    memset(record.get(), byte, sizeof *record);
-    return record;
-}
-
-Record factory_record()
-{
-    Record record = filled_record(0xA5);
-    SetSwitchConfigDefaults(record.get());
-    return record;
-}
-
-bool same_bytes(const SW_Config &a, const SW_Config &b)
-{
-    return memcmp(&a, &b, sizeof a) == 0;
-}
 
 TEST(Model, FieldsStandInTheFixedOrder)
 {
