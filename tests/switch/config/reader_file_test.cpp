@@ -1,0 +1,128 @@
+#include "switch/config/reader.h"
+#include "tests/support/output_capture.h"
+#include "tests/support/startup_file.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/switch/config/records.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <sys/stat.h>
+
+namespace
+{
+
+constexpr int BEFORE = 0x5A;
+
+/* Loads a file into a record of BEFORE bytes and expects that nothing is printed. */
+bool load_silently(const std::string &path, SW_Config *config)
+{
+    memset(config, BEFORE, sizeof *config);
+    Output_Capture lines;
+    const bool good = LoadSwitchConfigFile(path.c_str(), config);
+    EXPECT_EQ(lines.finish(), "");
+    return good;
+}
+
+void expect_refused(const std::string &path)
+{
+    const Record record = filled_record(0);
+    EXPECT_FALSE(load_silently(path, record.get())) << path;
+    EXPECT_TRUE(same_bytes(*record, *filled_record(BEFORE))) << path;
+}
+
+TEST(ReaderFile, ExampleFilesAreReadToTheirEnd)
+{
+    const Record factory = filled_record(0);
+    EXPECT_TRUE(LoadSwitchConfigFile(EXAMPLES_FOLDER "/factory.cfg", factory.get()));
+    EXPECT_TRUE(same_bytes(*factory, *factory_record()));
+
+    const Record office = filled_record(0);
+    Output_Capture lines;
+    EXPECT_TRUE(LoadSwitchConfigFile(EXAMPLES_FOLDER "/small_office.cfg", office.get()));
+    EXPECT_EQ(lines.finish(), "");
+    EXPECT_EQ(office->vlanEntryCount, 3U);
+    EXPECT_EQ(office->vlans[30].vtu.memberTagP[2], 3);
+    EXPECT_EQ(office->vlans[20].vtu.vidPriority, 6);
+    EXPECT_STREQ(office->vlanPortList[3], "20");
+    EXPECT_EQ(office->vlanPortType[3], 3U);
+    EXPECT_EQ(office->cosDscp[63], 3);
+}
+
+TEST(ReaderFile, MissingEmptyAndUnreadableFilesAreRefusedWithoutALine)
+{
+    const Temporary_Folder folder;
+    expect_refused(folder.path() + "/missing.cfg");
+    expect_refused("");
+    expect_refused(folder.path()); /* a directory */
+    expect_refused(folder.write("empty.cfg", ""));
+    expect_refused("/dev/null");
+    expect_refused("/proc/self/mem");
+}
+
+TEST(ReaderFile, FifoWithAWriterIsRefused)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.path() + "/fifo";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    FILE *both = fopen(path.c_str(), "r+");
+    ASSERT_NE(both, nullptr);
+    expect_refused(path);
+    fclose(both);
+}
+
+TEST(ReaderFile, SyntaxErrorIsRefusedWithoutALine)
+{
+    const Temporary_Folder folder;
+    expect_refused(folder.write("bad.cfg", "[SW_PORT1]\nVID = 7\nFOO = BAR\nVID\n"));
+}
+
+TEST(ReaderFile, TruncatedFilesGiveTheirCompleteEntries)
+{
+    const Temporary_Folder folder;
+    const std::string text = file_text(EXAMPLES_FOLDER "/factory.cfg");
+    const Record record = filled_record(0);
+    for (size_t size = 1; size < text.size(); size++) {
+        const std::string path = folder.write("cut.cfg", text.substr(0, size));
+        ASSERT_TRUE(load_silently(path, record.get())) << size;
+    }
+    /* The last of them lacks only the last line feed, and with it the last entry. */
+    const Record expected = filled_record(BEFORE);
+    const std::string path = folder.write("whole.cfg", text);
+    ASSERT_TRUE(load_silently(path, expected.get()));
+    EXPECT_EQ(expected->cosDscp[63], 3);
+    expected->cosDscp[63] = BEFORE;
+    EXPECT_TRUE(same_bytes(*record, *expected));
+}
+
+TEST(ReaderFile, BinaryFilesEndAtTheirFirstOtherByte)
+{
+    const Temporary_Folder folder;
+    const Record record = filled_record(0);
+    std::string bytes;
+    for (int code = 0; code < 256; code++)
+        bytes += static_cast<char>(code);
+    EXPECT_TRUE(load_silently(folder.write("bytes", bytes), record.get()));
+    EXPECT_TRUE(load_silently(folder.write("high", std::string(100000, '\xFF')), record.get()));
+    EXPECT_TRUE(load_silently(folder.write("nul", std::string(100000, '\0')), record.get()));
+    const std::string hidden("[SW_PORT1]\nVID = 7\n\0VID = 8\n", 28);
+    EXPECT_TRUE(load_silently(folder.write("hidden", hidden), record.get()));
+    EXPECT_EQ(record->ports[1].vid, 7);
+    expect_refused(folder.write("letters", std::string(100000, 'A')));
+}
+
+TEST(ReaderFile, HundredMegabytesAreReadToTheirEnd)
+{
+    constexpr size_t SIZE = 100000000;
+    const std::string last = "[SW_PORT1]\nVID = 7\n";
+    const Temporary_Folder folder;
+    const std::string path =
+        folder.write("large.cfg", std::string(SIZE - last.size(), '\n') + last);
+    const Record record = filled_record(0);
+    EXPECT_TRUE(load_silently(path, record.get()));
+    EXPECT_EQ(record->ports[1].vid, 7);
+}
+
+} // namespace
