@@ -1,8 +1,8 @@
 #include "switch/config/keywords.h"
+#include "tests/switch/config/words.h"
 
 #include <gtest/gtest.h>
 
-#include <iterator>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -10,94 +10,6 @@
 namespace
 {
 
-/* All words in the order of their numbers. */
-const char *const WORDS[] = {
-    "NO",
-    "YES",
-    "1522",
-    "1632",
-    "CPU",
-    "COPPER",
-    "SFP",
-    "SPEED_AUTO_DUPLEX_AUTO",
-    "SPEED_1000_DUPLEX_AUTO",
-    "SPEED_100_DUPLEX_AUTO",
-    "SPEED_10_DUPLEX_AUTO",
-    "SPEED_AUTO_DUPLEX_FULL",
-    "SPEED_AUTO_DUPLEX_HALF",
-    "SPEED_1000_DUPLEX_FULL",
-    "SPEED_1000_DUPLEX_HALF",
-    "SPEED_100_DUPLEX_FULL",
-    "SPEED_100_DUPLEX_HALF",
-    "SPEED_10_DUPLEX_FULL",
-    "SPEED_10_DUPLEX_HALF",
-    "DISABLE",
-    "FALLBACK",
-    "CHECK",
-    "SECURE",
-    "UNMODIFY_EGRESS",
-    "UNTAGGED_EGRESS",
-    "TAGGED_EGRESS",
-    "ADD_TAG",
-    "NO_LIMIT",
-    "128K",
-    "256K",
-    "512K",
-    "1M",
-    "2M",
-    "4M",
-    "8M",
-    "16M",
-    "32M",
-    "64M",
-    "128M",
-    "256M",
-    "DEFAULT",
-    "ACCESS",
-    "TRUNK",
-    "CUSTOM",
-    "SW_COMMON",
-    "SW_PORT",
-    "SW_VLAN",
-    "SW_COS_USER_PRIO",
-    "SW_COS_DSCP",
-    "MAX_FRAME_SIZE",
-    "PORT_TYPE",
-    "AUTO_MODE",
-    "VID",
-    "VID_FORCE_DEFAULT",
-    "DOT1Q_MODE",
-    "DISCARD_TAGGED",
-    "DISCARD_UNTAGGED",
-    "EGRESS_MODE",
-    "USE_CORE_TAG",
-    "EGRESS_RATE",
-    "LIMIT_MGMT",
-    "COUNT_IFG",
-    "COUNT_PRE",
-    "PRI0RATE",
-    "PRI1RATE",
-    "PRI2RATE",
-    "PRI3RATE",
-    "PRIOMAPRULE",
-    "IP_PRIO",
-    "USER_PRIO",
-    "TRAFF_CLASS",
-    "DBNUM",
-    "VLAN_VID",
-    "VID_PRI_OVERRIDE",
-    "VID_PRIORITY",
-    "SID",
-    "VID_POLICY",
-    "MEMBER_TAG_P",
-    "PORT_STATE_P",
-    "V",
-    "VLAN_PORT_TYPE",
-    "VLAN_PORT_LIST",
-    "LAST",
-    "UNDEFINED",
-};
-constexpr uint32_t WORD_COUNT = std::size(WORDS);
 static_assert(WORD_COUNT == 84);
 
 TEST(ConfigKeyword, EveryWordHasItsNumberTextAndName)
