@@ -29,6 +29,51 @@ constexpr Key_Rows make_key_rows()
 }
 constexpr Key_Rows KEY_ROWS = make_key_rows();
 
+/* Every keyword of a key has a row, and no row has taken another's place. */
+constexpr bool has_every_key()
+{
+    size_t taken = 0;
+    for (size_t keyword = 0; keyword < KEY_KEYWORDS; keyword++) {
+        const size_t before = taken;
+        for (const auto &section : KEY_ROWS)
+            taken += section[keyword] != NO_KEY ? 1U : 0U;
+        if (taken == before)
+            return false;
+    }
+    return taken == SW_CONFIG_KEY_COUNT;
+}
+static_assert(has_every_key());
+
+constexpr bool is_inside_record(const SW_Config_Key &key)
+{
+    const SW_Config_Section &section = SW_CONFIG_SECTIONS[SectionPlace(key.section)];
+    const int number = section.numbers == 0 ? 0 : section.firstNumber + section.numbers - 1;
+    const int index = key.indexes == 0 ? 0 : key.indexes - 1;
+    const size_t offset = FieldOffset(key, static_cast<size_t>(number), static_cast<size_t>(index));
+    return offset + key.size <= sizeof(SW_Config);
+}
+
+constexpr bool has_size_of_its_kind(const SW_Config_Key &key)
+{
+    return key.kind == SW_Value_Kind::LIST ? key.size == SW_RANGE_TEXT_SIZE
+                                           : key.size == 1 || key.size == 2 || key.size == 4;
+}
+
+static_assert([] {
+    for (const SW_Config_Key &key : SW_CONFIG_KEYS)
+        if (!is_inside_record(key) || !has_size_of_its_kind(key) ||
+            (key.kind == SW_Value_Kind::WORD) != (key.words != nullptr))
+            return false;
+    return true;
+}());
+
+static_assert([] {
+    for (size_t place = 0; place < SW_CONFIG_SECTION_COUNT; place++)
+        if (SectionPlace(SW_CONFIG_SECTIONS[place].keyword) != place)
+            return false;
+    return true;
+}());
+
 /* A name that ends in digits: what stands before them, and their number. */
 struct Numbered {
     std::string_view stem;
@@ -44,6 +89,12 @@ Numbered split_number(std::string_view text)
     return {text.substr(0, stem), none ? -1 : UnsignedDecimalValue(text.substr(stem))};
 }
 
+/* The section of an entry whose section keyword is one. */
+const SW_Config_Section &section_of(const SW_Config_Entry &entry)
+{
+    return SW_CONFIG_SECTIONS[SectionPlace(static_cast<uint32_t>(entry.sectionKeyword))];
+}
+
 bool is_numbered(const SW_Config_Section &section, int32_t number)
 {
     return number >= section.firstNumber && number - section.firstNumber < section.numbers;
@@ -57,8 +108,7 @@ void convert_section(SW_Config_Entry *entry)
     entry->sectionKeyword = static_cast<int32_t>(FindKeyword(name.stem));
     if (name.number < 0)
         return;
-    if (IsSectionKeyword(entry->sectionKeyword) &&
-        is_numbered(SW_CONFIG_SECTIONS[SectionPlace(entry->sectionKeyword)], name.number))
+    if (IsSectionKeyword(entry->sectionKeyword) && is_numbered(section_of(*entry), name.number))
         entry->sectionNumber = name.number;
     else
         entry->sectionKeyword = SW_Config_Keyword_UNDEFINED;
@@ -137,16 +187,17 @@ bool store_value(SW_Config_Entry *entry, const SW_Config_Key &key, unsigned char
 /* The row of the entry's key, NO_KEY when its section has none of that name. */
 uint8_t key_row(const SW_Config_Entry &entry)
 {
-    return IsKeyKeyword(entry.nameKeyword)
-               ? KEY_ROWS[SectionPlace(entry.sectionKeyword)][KeyPlace(entry.nameKeyword)]
-               : NO_KEY;
+    if (!IsKeyKeyword(entry.nameKeyword))
+        return NO_KEY;
+    return KEY_ROWS[SectionPlace(static_cast<uint32_t>(entry.sectionKeyword))]
+                   [KeyPlace(static_cast<uint32_t>(entry.nameKeyword))];
 }
 
 SW_Entry_Outcome store_entry(SW_Config_Entry *entry, SW_Config *config, size_t *place)
 {
     if (!IsSectionKeyword(entry->sectionKeyword))
         return SW_Entry_Outcome::BAD_SECTION;
-    const bool numbered = SW_CONFIG_SECTIONS[SectionPlace(entry->sectionKeyword)].numbers > 0;
+    const bool numbered = section_of(*entry).numbers > 0;
     if (numbered && entry->sectionNumber < 0)
         return SW_Entry_Outcome::IGNORED;
     const uint8_t row = key_row(*entry);

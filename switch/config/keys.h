@@ -65,13 +65,13 @@ enum class SW_Value_Kind : uint8_t { WORD, NUMBER, LIST };
 struct SW_Config_Key {
     SW_Config_Keyword section;
     SW_Config_Keyword keyword;
-    SW_Value_Kind kind;
-    const SW_Value_Words *words; /* of a WORD */
+    const SW_Value_Words *words; /* of a WORD, else null */
     /* Field in SW_Config: of section number 0 and index 0, from one section number to the next, and
      * its own bytes. */
     uint32_t offset;
     uint32_t stride;
     uint32_t size;
+    SW_Value_Kind kind;
     uint8_t indexes; /* 0: plain key; else the key is followed by an index below this */
     uint8_t perLine; /* indexes that the writer puts on one line */
     bool endsLine;   /* the writer ends the line behind a plain key */
@@ -91,49 +91,49 @@ struct SW_Config_Key {
     offsetof(SW_Config, vlans) + offsetof(SW_Vlan_Entry, vtu) + offsetof(Vlan_Table_Entry, field), \
         sizeof(SW_Vlan_Entry), sizeof(Vlan_Table_Entry::field[0])
 #define COS(field) offsetof(SW_Config, field), 0, sizeof(SW_Config::field[0])
-#define KEY(section, name, kind, words) \
-    SW_Config_Keyword_##section, SW_Config_Keyword_##name, SW_Value_Kind::kind, words
+#define KEY(section, name) SW_Config_Keyword_##section, SW_Config_Keyword_##name
+#define KIND(kind) SW_Value_Kind::kind
 
 inline constexpr SW_Config_Key SW_CONFIG_KEYS[] = {
-    {KEY(SW_COMMON, MAX_FRAME_SIZE, WORD, &SW_FRAME_SIZE_WORDS), COMMON(maxFrameSize), 0, 0, true},
+    {KEY(SW_COMMON, MAX_FRAME_SIZE), &SW_FRAME_SIZE_WORDS, COMMON(maxFrameSize), KIND(WORD), 0, 0, true},
 
-    {KEY(SW_PORT, PORT_TYPE, WORD, &SW_PORT_TYPE_WORDS), PORT(portType), 0, 0, false},
-    {KEY(SW_PORT, AUTO_MODE, WORD, &SW_AUTO_MODE_WORDS), PORT(autoMode), 0, 0, false},
-    {KEY(SW_PORT, VID, NUMBER, nullptr), PORT(vid), 0, 0, false},
-    {KEY(SW_PORT, VID_FORCE_DEFAULT, WORD, &SW_FLAG_WORDS), PORT(vidForceDefault), 0, 0, true},
-    {KEY(SW_PORT, DOT1Q_MODE, WORD, &SW_DOT1Q_WORDS), PORT(dot1qMode), 0, 0, false},
-    {KEY(SW_PORT, DISCARD_TAGGED, WORD, &SW_FLAG_WORDS), PORT(discardTagged), 0, 0, false},
-    {KEY(SW_PORT, DISCARD_UNTAGGED, WORD, &SW_FLAG_WORDS), PORT(discardUntagged), 0, 0, false},
-    {KEY(SW_PORT, EGRESS_MODE, WORD, &SW_EGRESS_WORDS), PORT(egressMode), 0, 0, true},
-    {KEY(SW_PORT, USE_CORE_TAG, WORD, &SW_FLAG_WORDS), PORT(useCoreTag), 0, 0, false},
-    {KEY(SW_PORT, EGRESS_RATE, WORD, &SW_RATE_WORDS), PORT(egressRate), 0, 0, false},
-    {KEY(SW_PORT, LIMIT_MGMT, WORD, &SW_FLAG_WORDS), PORT(limitMgmt), 0, 0, false},
-    {KEY(SW_PORT, COUNT_IFG, WORD, &SW_FLAG_WORDS), PORT(countIfg), 0, 0, true},
-    {KEY(SW_PORT, COUNT_PRE, WORD, &SW_FLAG_WORDS), PORT(countPre), 0, 0, false},
-    {KEY(SW_PORT, PRI0RATE, WORD, &SW_RATE_WORDS), PORT(pri0Rate), 0, 0, false},
-    {KEY(SW_PORT, PRI1RATE, WORD, &SW_FLAG_WORDS), PORT(pri1Rate), 0, 0, false},
-    {KEY(SW_PORT, PRI2RATE, WORD, &SW_FLAG_WORDS), PORT(pri2Rate), 0, 0, false},
-    {KEY(SW_PORT, PRI3RATE, WORD, &SW_FLAG_WORDS), PORT(pri3Rate), 0, 0, true},
-    {KEY(SW_PORT, PRIOMAPRULE, WORD, &SW_FLAG_WORDS), PORT(prioMapRule), 0, 0, false},
-    {KEY(SW_PORT, IP_PRIO, WORD, &SW_FLAG_WORDS), PORT(ipPrio), 0, 0, false},
-    {KEY(SW_PORT, USER_PRIO, WORD, &SW_FLAG_WORDS), PORT(userPrio), 0, 0, false},
+    {KEY(SW_PORT, PORT_TYPE), &SW_PORT_TYPE_WORDS, PORT(portType), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, AUTO_MODE), &SW_AUTO_MODE_WORDS, PORT(autoMode), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, VID), nullptr, PORT(vid), KIND(NUMBER), 0, 0, false},
+    {KEY(SW_PORT, VID_FORCE_DEFAULT), &SW_FLAG_WORDS, PORT(vidForceDefault), KIND(WORD), 0, 0, true},
+    {KEY(SW_PORT, DOT1Q_MODE), &SW_DOT1Q_WORDS, PORT(dot1qMode), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, DISCARD_TAGGED), &SW_FLAG_WORDS, PORT(discardTagged), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, DISCARD_UNTAGGED), &SW_FLAG_WORDS, PORT(discardUntagged), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, EGRESS_MODE), &SW_EGRESS_WORDS, PORT(egressMode), KIND(WORD), 0, 0, true},
+    {KEY(SW_PORT, USE_CORE_TAG), &SW_FLAG_WORDS, PORT(useCoreTag), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, EGRESS_RATE), &SW_RATE_WORDS, PORT(egressRate), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, LIMIT_MGMT), &SW_FLAG_WORDS, PORT(limitMgmt), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, COUNT_IFG), &SW_FLAG_WORDS, PORT(countIfg), KIND(WORD), 0, 0, true},
+    {KEY(SW_PORT, COUNT_PRE), &SW_FLAG_WORDS, PORT(countPre), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, PRI0RATE), &SW_RATE_WORDS, PORT(pri0Rate), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, PRI1RATE), &SW_FLAG_WORDS, PORT(pri1Rate), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, PRI2RATE), &SW_FLAG_WORDS, PORT(pri2Rate), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, PRI3RATE), &SW_FLAG_WORDS, PORT(pri3Rate), KIND(WORD), 0, 0, true},
+    {KEY(SW_PORT, PRIOMAPRULE), &SW_FLAG_WORDS, PORT(prioMapRule), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, IP_PRIO), &SW_FLAG_WORDS, PORT(ipPrio), KIND(WORD), 0, 0, false},
+    {KEY(SW_PORT, USER_PRIO), &SW_FLAG_WORDS, PORT(userPrio), KIND(WORD), 0, 0, false},
     /* Meant: the port's priority goes by the name of its traffic class. */
-    {KEY(SW_PORT, TRAFF_CLASS, NUMBER, nullptr), PORT(portPrio), 0, 0, true},
+    {KEY(SW_PORT, TRAFF_CLASS), nullptr, PORT(portPrio), KIND(NUMBER), 0, 0, true},
     /* Meant: the list stands before the type, although their keywords are the other way round. */
-    {KEY(SW_PORT, VLAN_PORT_LIST, LIST, nullptr), PORT_MODE(vlanPortList), 0, 0, true},
-    {KEY(SW_PORT, VLAN_PORT_TYPE, WORD, &SW_VLAN_PORT_TYPE_WORDS), PORT_MODE(vlanPortType), 0, 0, true},
+    {KEY(SW_PORT, VLAN_PORT_LIST), nullptr, PORT_MODE(vlanPortList), KIND(LIST), 0, 0, true},
+    {KEY(SW_PORT, VLAN_PORT_TYPE), &SW_VLAN_PORT_TYPE_WORDS, PORT_MODE(vlanPortType), KIND(WORD), 0, 0, true},
 
-    {KEY(SW_VLAN, DBNUM, NUMBER, nullptr), VLAN(dbNum), 0, 0, false},
-    {KEY(SW_VLAN, VLAN_VID, NUMBER, nullptr), VLAN(vid), 0, 0, false},
-    {KEY(SW_VLAN, VID_PRI_OVERRIDE, WORD, &SW_FLAG_WORDS), VLAN(vidPriOverride), 0, 0, false},
-    {KEY(SW_VLAN, VID_PRIORITY, NUMBER, nullptr), VLAN(vidPriority), 0, 0, false},
-    {KEY(SW_VLAN, SID, NUMBER, nullptr), VLAN(sid), 0, 0, false},
-    {KEY(SW_VLAN, VID_POLICY, WORD, &SW_FLAG_WORDS), VLAN(vidPolicy), 0, 0, true},
-    {KEY(SW_VLAN, MEMBER_TAG_P, NUMBER, nullptr), VLAN_PORTS(memberTagP), VLAN_ENTRY_PORTS, VLAN_ENTRY_PORTS, true},
-    {KEY(SW_VLAN, PORT_STATE_P, NUMBER, nullptr), VLAN_PORTS(portStateP), VLAN_ENTRY_PORTS, VLAN_ENTRY_PORTS, true},
+    {KEY(SW_VLAN, DBNUM), nullptr, VLAN(dbNum), KIND(NUMBER), 0, 0, false},
+    {KEY(SW_VLAN, VLAN_VID), nullptr, VLAN(vid), KIND(NUMBER), 0, 0, false},
+    {KEY(SW_VLAN, VID_PRI_OVERRIDE), &SW_FLAG_WORDS, VLAN(vidPriOverride), KIND(WORD), 0, 0, false},
+    {KEY(SW_VLAN, VID_PRIORITY), nullptr, VLAN(vidPriority), KIND(NUMBER), 0, 0, false},
+    {KEY(SW_VLAN, SID), nullptr, VLAN(sid), KIND(NUMBER), 0, 0, false},
+    {KEY(SW_VLAN, VID_POLICY), &SW_FLAG_WORDS, VLAN(vidPolicy), KIND(WORD), 0, 0, true},
+    {KEY(SW_VLAN, MEMBER_TAG_P), nullptr, VLAN_PORTS(memberTagP), KIND(NUMBER), VLAN_ENTRY_PORTS, VLAN_ENTRY_PORTS, true},
+    {KEY(SW_VLAN, PORT_STATE_P), nullptr, VLAN_PORTS(portStateP), KIND(NUMBER), VLAN_ENTRY_PORTS, VLAN_ENTRY_PORTS, true},
 
-    {KEY(SW_COS_USER_PRIO, V, NUMBER, nullptr), COS(cosUserPrio), SW_USER_PRIOS, 8, true},
-    {KEY(SW_COS_DSCP, V, NUMBER, nullptr), COS(cosDscp), SW_DSCPS, 8, true},
+    {KEY(SW_COS_USER_PRIO, V), nullptr, COS(cosUserPrio), KIND(NUMBER), SW_USER_PRIOS, 8, true},
+    {KEY(SW_COS_DSCP, V), nullptr, COS(cosDscp), KIND(NUMBER), SW_DSCPS, 8, true},
 };
 #undef COMMON
 #undef PORT
@@ -142,6 +142,7 @@ inline constexpr SW_Config_Key SW_CONFIG_KEYS[] = {
 #undef VLAN_PORTS
 #undef COS
 #undef KEY
+#undef KIND
 // clang-format on
 
 inline constexpr size_t SW_CONFIG_KEY_COUNT = std::size(SW_CONFIG_KEYS);
@@ -165,12 +166,12 @@ constexpr bool IsKeyKeyword(int32_t keyword)
 }
 
 /* Places of section and key keywords in tables that begin with the first of them. */
-constexpr size_t SectionPlace(int32_t section)
+constexpr size_t SectionPlace(uint32_t section)
 {
-    return static_cast<uint32_t>(section) - SW_Config_Keyword_SW_COMMON;
+    return section - SW_Config_Keyword_SW_COMMON;
 }
 
-constexpr size_t KeyPlace(int32_t key)
+constexpr size_t KeyPlace(uint32_t key)
 {
-    return static_cast<uint32_t>(key) - SW_Config_Keyword_MAX_FRAME_SIZE;
+    return key - SW_Config_Keyword_MAX_FRAME_SIZE;
 }

@@ -13,7 +13,7 @@ namespace
 constexpr size_t LONGEST_PIECE = SW_Key_Text::CAPACITY + SW_RANGE_TEXT_SIZE + 4;
 
 /* The stream gets whole blocks, which it passes on without a copy. */
-constexpr size_t BLOCK = 64 * 1024;
+constexpr size_t BLOCK = 65536;
 
 struct Output {
     FILE *stream;
