@@ -29,8 +29,8 @@ SW_Entry_Outcome ConvertConfigEntry(SW_Config_Entry *entry, SW_Config *config, s
 void ConvertConfigValue(SW_Config_Entry *entry);
 
 /*
- * Stores the pairs that follow the one at place in the order and the form of the writer, up to the
- * first that is anything else, where the tokenizer then stands; that one is for NextConfigEntry.
+ * Stores the pairs that follow the one at place in the order of the writer, up to the first that is
+ * anything else, where the tokenizer then stands; that one is for NextConfigEntry.
  * It gives what NextConfigEntry and ConvertConfigEntry would give for each of them, without looking
  * at every character. The tokenizer has just delivered the entry at place, which was stored, from a
  * text that stops at end.

@@ -33,9 +33,9 @@ uint64_t load_chunk(const void *bytes, size_t chunk)
 }
 
 /* at has as many readable characters as a key text can have. */
-bool begins_with(const char *at, const SW_Key_Text &text)
+bool begins_with_key(const char *at, const SW_Key_Text &text)
 {
-    const Mask &mask = MASKS[text.length];
+    const Mask &mask = MASKS[text.keyLength];
     uint64_t difference = 0;
     for (size_t chunk = 0; chunk < CHUNKS; chunk++)
         difference |=
@@ -51,6 +51,20 @@ bool is_in_value(SW_Character character)
 bool ends_value(SW_Character character)
 {
     return character == SW_Character::BLANK || character == SW_Character::LINE_END;
+}
+
+const char *skip_blanks(const char *at)
+{
+    while (CharacterClass(*at) == SW_Character::BLANK)
+        at++;
+    return at;
+}
+
+/* The character behind the equals sign and the blanks around it, null without one. */
+const char *take_equals(const char *at)
+{
+    at = skip_blanks(at);
+    return *at == '=' ? skip_blanks(at + 1) : nullptr;
 }
 
 /* Digits that can not overflow; others are not expected. */
@@ -109,10 +123,12 @@ void TakeExpectedPairs(SW_Config_Tokenizer *tokenizer, const char *end, size_t p
                 tokenizer->lineStart = at + 1;
             }
         tokenizer->next = at;
-        if (end - at < static_cast<ptrdiff_t>(SW_Key_Text::CAPACITY) || !begins_with(at, text))
+        if (end - at < static_cast<ptrdiff_t>(SW_Key_Text::CAPACITY) || !begins_with_key(at, text))
             return;
         uint32_t value = 0;
-        at = take_value(at + text.length, key, &value);
+        at = take_equals(at + text.keyLength);
+        if (at != nullptr)
+            at = take_value(at, key, &value);
         if (at == nullptr)
             return;
         StoreField(record + FieldOffset(key, number, text.index), key.size, value);

@@ -12,7 +12,8 @@ struct SW_Key_Text {
     static constexpr size_t CAPACITY = 24;
     char text[CAPACITY];
     uint8_t length;
-    uint8_t row; /* of SW_CONFIG_KEYS */
+    uint8_t keyLength; /* without the equals sign and its blanks */
+    uint8_t row;       /* of SW_CONFIG_KEYS */
     uint8_t index;
     bool afterBlank; /* the writer puts a blank before it */
 };
@@ -66,6 +67,7 @@ constexpr SW_Key_Texts MakeKeyTexts()
             if (key.indexes > 0)
                 AppendToKeyText(&all, place,
                                 {index < 10 ? digits + 1 : digits, size_t{index < 10 ? 1U : 2U}});
+            text.keyLength = text.length;
             AppendToKeyText(&all, place, " = ");
         }
     }

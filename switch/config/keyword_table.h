@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <string_view>
 
@@ -168,12 +169,42 @@ constexpr SW_Keyword_Table MakeKeywordTable()
 inline constexpr SW_Keyword_Table SW_KEYWORD_TABLE = MakeKeywordTable();
 static_assert(SW_KEYWORD_TABLE.perfect);
 
+/* Whether two texts of the same length begin and end with the same Chunk; that is all of them when
+ * they have no more than two. */
+template <class Chunk>
+bool HaveSameEnds(const char *a, const char *b, size_t length)
+{
+    Chunk chunks[4];
+    memcpy(&chunks[0], a, sizeof(Chunk));
+    memcpy(&chunks[1], b, sizeof(Chunk));
+    memcpy(&chunks[2], a + length - sizeof(Chunk), sizeof(Chunk));
+    memcpy(&chunks[3], b + length - sizeof(Chunk), sizeof(Chunk));
+    return chunks[0] == chunks[1] && chunks[2] == chunks[3];
+}
+
+/* Equality of texts as short as keywords, without the call that a general comparison makes. */
+inline bool IsSameWord(std::string_view a, std::string_view b)
+{
+    const size_t length = a.size();
+    if (length != b.size())
+        return false;
+    if (length > 2 * sizeof(uint64_t))
+        return a == b;
+    if (length >= sizeof(uint64_t))
+        return HaveSameEnds<uint64_t>(a.data(), b.data(), length);
+    if (length >= sizeof(uint32_t))
+        return HaveSameEnds<uint32_t>(a.data(), b.data(), length);
+    return length == 0 ||
+           (HaveSameEnds<char>(a.data(), b.data(), length) && a[length / 2] == b[length / 2]);
+}
+
 /* The keyword of a text, whole and with upper and lower case apart. */
-constexpr SW_Config_Keyword FindKeyword(std::string_view text)
+inline SW_Config_Keyword FindKeyword(std::string_view text)
 {
     if (text.empty())
         return SW_Config_Keyword_UNDEFINED;
     const uint8_t keyword = SW_KEYWORD_TABLE.slots[KeywordHash(text)];
-    return text == SW_KEYWORD_TABLE.words[keyword] ? static_cast<SW_Config_Keyword>(keyword)
-                                                   : SW_Config_Keyword_UNDEFINED;
+    return IsSameWord(text, SW_KEYWORD_TABLE.words[keyword])
+               ? static_cast<SW_Config_Keyword>(keyword)
+               : SW_Config_Keyword_UNDEFINED;
 }

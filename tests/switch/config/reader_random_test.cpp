@@ -68,6 +68,26 @@ std::string random_entries(Generator *generator)
     return text;
 }
 
+/* The text with other blanks around its equals signs, the same everywhere or each its own. */
+std::string respaced(const std::string &text, Generator *generator)
+{
+    static constexpr const char *EQUALS[] = {" = ", "=", " =", "= ", "\t = \t", "  =  "};
+    const bool each = pick(generator, 2) == 0;
+    std::string equals = pick_text(generator, EQUALS);
+    std::string result;
+    for (size_t at = 0; at < text.size(); at++) {
+        if (text.compare(at, 3, " = ") != 0) {
+            result += text[at];
+            continue;
+        }
+        result += equals;
+        at += 2;
+        if (each)
+            equals = pick_text(generator, EQUALS);
+    }
+    return result;
+}
+
 /* A saved file with a few edits; the order of its keys is the expected one, until it is not. */
 std::string edited_file(Generator *generator)
 {
@@ -96,6 +116,8 @@ std::string edited_file(Generator *generator)
     const Record record = filled_record(0);
     SetRandomConfig(record.get(), generator);
     std::string text = StartupFileText(*record);
+    if (pick(generator, 3) == 0)
+        text = respaced(text, generator);
     for (size_t edits = pick(generator, 5); edits > 0; edits--) {
         const size_t at = pick(generator, text.size());
         switch (pick(generator, 4)) {

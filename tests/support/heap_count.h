@@ -9,6 +9,7 @@
 struct Heap_Count {
     size_t allocations; /* since the last reset */
     size_t peak;        /* most bytes in use at once since then, beyond those in use at it */
+    ptrdiff_t left;     /* bytes in use now, beyond those in use at it */
 };
 
 void ResetHeapCount();

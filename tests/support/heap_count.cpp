@@ -1,4 +1,4 @@
-#include "bench/config/heap_count.h"
+#include "tests/support/heap_count.h"
 
 #include <cstdlib>
 #include <malloc.h>
@@ -73,5 +73,6 @@ void ResetHeapCount()
 
 Heap_Count GetHeapCount()
 {
-    return {allocations, peak - in_use_at_reset};
+    return {allocations, peak - in_use_at_reset,
+            static_cast<ptrdiff_t>(in_use) - static_cast<ptrdiff_t>(in_use_at_reset)};
 }
