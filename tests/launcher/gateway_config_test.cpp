@@ -203,6 +203,13 @@ TEST(ReadConfigNesting, AHundredThousandLevelsAreRefused)
     expect_refused(read_text(nested(100000)), "Error: elements nested too deeply.");
 }
 
+/* The broken sequence takes the "<" of the comment with it: what follows are elements after all. */
+TEST(ReadConfigNesting, LevelsBehindABrokenUtf8SequenceAreCounted)
+{
+    expect_refused(read_text("<?xml version=\"1.0\"?><a>\xC3<!--" + repeated(100000, "<a>")),
+                   "Error: elements nested too deeply.");
+}
+
 constexpr const char *NOT_OPENED = "Failed to open file";
 
 TEST(ReadConfigPath, MissingFileIsALoadFailure)
