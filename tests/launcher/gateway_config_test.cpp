@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstdlib>
 #include <string>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -231,16 +234,52 @@ TEST(ReadConfigPath, PipeIsALoadFailureAndIsNotWaitedFor)
     expect_refused(read(pipe), NOT_OPENED);
 }
 
+/* Root, who may read every file, becomes another user while one exists. */
+class Without_Root
+{
+public:
+    Without_Root() : user_(geteuid()) { changed_ = user_ == 0 && seteuid(NOBODY) == 0; }
+    ~Without_Root()
+    {
+        if (changed_ && seteuid(user_) != 0) {
+            std::abort();
+        }
+    }
+    Without_Root(const Without_Root &) = delete;
+    Without_Root &operator=(const Without_Root &) = delete;
+
+private:
+    static constexpr uid_t NOBODY = 65534;
+    uid_t user_;
+    bool changed_;
+};
+
 TEST(ReadConfigPath, UnreadableFileIsALoadFailure)
 {
     const Temporary_Folder folder;
     const std::string path = folder.write("config.xml", root(active("fxo")));
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
+    const Without_Root user;
     if (std::FILE *const file = std::fopen(path.c_str(), "r")) {
         std::fclose(file);
         GTEST_SKIP() << "this user may read every file";
     }
+    ASSERT_EQ(errno, EACCES);
     expect_refused(read(path), NOT_OPENED);
+}
+
+TEST(ReadConfigOutput, KeepsItsOrderWithStandardError)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.write("config.xml", "<!-- nothing -->");
+    const Output_Capture errors(2);
+    Output_Capture output(1);
+    dup2(1, 2);
+    std::printf("printed before\n");
+    unsigned protocol = UNTOUCHED;
+    EXPECT_EQ(read_config(path.c_str(), &protocol), 0);
+    EXPECT_EQ(output.finish(), "printed before\n" + NO_ROOT + "DON'T LOAD CONFIG");
 }
 
 } // namespace
