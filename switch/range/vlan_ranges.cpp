@@ -1,12 +1,12 @@
 #include "switch/range/vlan_ranges.h"
 
+#include "switch/config/keywords.h"
+
 #include <algorithm>
 #include <cstdio>
 
 namespace
 {
-
-constexpr uint8_t NOT_A_MEMBER = 1;
 
 /* The buffer and the length of the text in it, always below size unless that is 0. */
 struct Range_Text {
@@ -71,6 +71,6 @@ void Format_Port_Vlans(const SW_Config *config, int chipPort, char *buffer, size
     if (chipPort < 0 || chipPort >= VLAN_ENTRY_PORTS)
         return;
     append_runs(config, text, [chipPort](const SW_Vlan_Entry &entry) {
-        return is_defined(entry) && entry.vtu.memberTagP[chipPort] != NOT_A_MEMBER;
+        return is_defined(entry) && entry.vtu.memberTagP[chipPort] != SW_Member_Tag_NONE;
     });
 }
