@@ -46,7 +46,7 @@ void write_id_file(const char *path, pid_t session)
 
 } // namespace
 
-int KVX_Ctrl(const char *id_file, const char * /*unused*/)
+int KVX_Ctrl(const char *id_file, const char * /*text*/)
 {
     leave_parent_behind();
     umask(0);

@@ -9,10 +9,9 @@
  * standard output, standard error and the working directory are those of the caller. It does not
  * return in any other case: the calling process ends with 0 as soon as the daemon process exists,
  * whatever becomes of that; a step that fails prints a message on standard output and ends its
- * process with
- * 1. All streams are flushed first, so that nothing buffered is written twice.
+ * process with status 1. All streams are flushed first, so that nothing buffered is written twice.
  *
- * unused: not examined. Call it before another thread is started: the daemon has only the calling
- * one.
+ * text: not examined, may be null. Call it before another thread is started: the daemon has only
+ * the calling one.
  */
-int KVX_Ctrl(const char *id_file, const char *unused = nullptr);
+int KVX_Ctrl(const char *id_file, const char *text = nullptr);
