@@ -132,16 +132,19 @@ TEST_F(Daemon, ClearsTheFileCreationMask)
     EXPECT_EQ(file.st_mode, static_cast<mode_t>(S_IFREG | 0666));
 }
 
-/* Standard input only, and the lowest free descriptor is then 0. */
+/* Standard input only, and the lowest free descriptor is then 0. It is opened first, since a test
+ * may be started without one. */
 TEST_F(Daemon, ClosesStandardInputOnly)
 {
     const Outcome outcome = run([this] {
+        close(0);
+        printf("%d\n", open("/dev/null", O_RDONLY | O_CLOEXEC));
         KVX_Ctrl(id_file().c_str());
         printf("%s %s %s\n", is_open(0), is_open(1), is_open(2));
         printf("%d\n", open("/dev/null", O_RDONLY | O_CLOEXEC));
         return 0;
     });
-    EXPECT_EQ(outcome.output, "closed open open\n0\n");
+    EXPECT_EQ(outcome.output, "0\nclosed open open\n0\n");
 }
 
 TEST_F(Daemon, StaysInItsFolder)
