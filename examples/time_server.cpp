@@ -20,7 +20,11 @@
 namespace
 {
 
-constexpr uint32_t SECONDS_1900_TO_1970 = 2208988800U;
+/* Offsets of the timestamps that a client does not need, as RFC 4330, section 4, places them. */
+constexpr size_t REFERENCE_TIMESTAMP = 16;
+constexpr size_t ORIGINATE_TIMESTAMP = 24;
+constexpr size_t RECEIVE_TIMESTAMP = 32;
+
 constexpr unsigned NO_WARNING = 0;
 constexpr unsigned SYMMETRIC_ACTIVE = 1;
 constexpr unsigned SYMMETRIC_PASSIVE = 2;
@@ -44,7 +48,7 @@ struct Options {
 
 void put_seconds(NTP_Packet *packet, size_t timestamp, time_t time)
 {
-    const uint32_t seconds = static_cast<uint32_t>(time) + SECONDS_1900_TO_1970;
+    const uint32_t seconds = static_cast<uint32_t>(time) + NTP_SECONDS_1900_TO_1970;
     const uint32_t big_endian = htonl(seconds);
     memcpy(packet->data() + timestamp, &big_endian, sizeof big_endian);
 }
@@ -62,10 +66,10 @@ NTP_Packet reply_to(const NTP_Packet &request, time_t now)
     reply[2] = request[2]; /* poll interval */
     reply[3] = PRECISION_ONE_SECOND;
     memcpy(reply.data() + 12, "LOCL", 4); /* reference identifier: an uncalibrated local clock */
-    memcpy(reply.data() + NTP_ORIGINATE_TIMESTAMP, request.data() + NTP_TRANSMIT_TIMESTAMP,
+    memcpy(reply.data() + ORIGINATE_TIMESTAMP, request.data() + NTP_TRANSMIT_TIMESTAMP,
            TIMESTAMP_SIZE);
-    put_seconds(&reply, NTP_REFERENCE_TIMESTAMP, now);
-    put_seconds(&reply, NTP_RECEIVE_TIMESTAMP, now);
+    put_seconds(&reply, REFERENCE_TIMESTAMP, now);
+    put_seconds(&reply, RECEIVE_TIMESTAMP, now);
     put_seconds(&reply, NTP_TRANSMIT_TIMESTAMP, now);
     return reply;
 }

@@ -1,19 +1,11 @@
 #include "ntp/packet.h"
 
-namespace
-{
-
-/* From 1900-01-01 to 1970-01-01 (RFC 5905, figure 4). */
-constexpr uint32_t SECONDS_1900_TO_1970 = 2208988800U;
-
 static_assert(sizeof(time_t) == 8, "times after 2038 need a 64-bit time_t");
-
-} // namespace
 
 time_t NTP_Seconds_To_Time(uint32_t seconds)
 {
     /* Unsigned 32-bit arithmetic wraps into the next era; only the result is widened. */
-    const uint32_t since_1970 = seconds - SECONDS_1900_TO_1970;
+    const uint32_t since_1970 = seconds - NTP_SECONDS_1900_TO_1970;
     return static_cast<time_t>(since_1970);
 }
 

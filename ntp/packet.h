@@ -16,11 +16,11 @@ constexpr uint8_t NTP_First_Byte(unsigned leap, unsigned version, unsigned mode)
     return static_cast<uint8_t>(leap << 6 | version << 3 | mode);
 }
 
-/* Offsets of the seconds words of the four timestamps, big-endian, counted from 1900-01-01. */
-inline constexpr size_t NTP_REFERENCE_TIMESTAMP = 16;
-inline constexpr size_t NTP_ORIGINATE_TIMESTAMP = 24;
-inline constexpr size_t NTP_RECEIVE_TIMESTAMP = 32;
+/* Offset of the transmit timestamp's seconds word, big-endian, counted from 1900-01-01. */
 inline constexpr size_t NTP_TRANSMIT_TIMESTAMP = 40;
+
+/* From 1900-01-01 to 1970-01-01 (RFC 5905, figure 4). */
+inline constexpr uint32_t NTP_SECONDS_1900_TO_1970 = 2208988800U;
 
 using NTP_Packet = std::array<uint8_t, NTP_PACKET_SIZE>;
 
