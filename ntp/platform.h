@@ -32,8 +32,8 @@ struct NTP_Platform {
      * bytes sent; not positive on failure. */
     int (*sendPacket)(int socket, uint32_t address, const NTP_Packet &packet);
 
-    /* True when the socket is readable, or becomes so within the time; false on time-out and error.
-     */
+    /* True when the socket is readable, or becomes so within the time, which is below 1000000;
+     * false on time-out and error, and when a signal comes first. */
     bool (*waitReadable)(int socket, uint32_t microseconds);
 
     /* Receives one datagram from any sender. Returns its real length, also when that exceeds the

@@ -4,13 +4,17 @@
 #include "tests/ntp/libc_stand_in.h"
 
 #include <arpa/inet.h>
+#include <csignal>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <semaphore.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
+
+#include <chrono>
 
 namespace
 {
@@ -176,6 +180,29 @@ TEST(NtpSocket, IsNotReadableWhenItIsNone)
     const int closed = NTP_System_Platform.openSocket();
     NTP_System_Platform.closeSocket(closed);
     EXPECT_FALSE(NTP_System_Platform.waitReadable(closed, 1000));
+}
+
+/* The rest of the time is not waited for. */
+TEST(NtpSocket, IsNotReadableWhenASignalComesFirst)
+{
+    const int socket = NTP_System_Platform.openSocket();
+    struct sigaction action {
+    };
+    struct sigaction before {
+    };
+    action.sa_handler = [](int) {};
+    sigaction(SIGALRM, &action, &before);
+    /* Again and again: the first may come before the wait. */
+    const itimerval every_10_milliseconds{{0, 10000}, {0, 10000}};
+    const itimerval none{};
+    setitimer(ITIMER_REAL, &every_10_milliseconds, nullptr);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(NTP_System_Platform.waitReadable(socket, 999999));
+    const auto waited = std::chrono::steady_clock::now() - start;
+    setitimer(ITIMER_REAL, &none, nullptr);
+    sigaction(SIGALRM, &before, nullptr);
+    NTP_System_Platform.closeSocket(socket);
+    EXPECT_LT(waited, std::chrono::microseconds(999999));
 }
 
 TEST(NtpSocket, GivesNothingWhenNothingCame)
