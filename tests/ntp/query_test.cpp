@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <limits>
 #include <ostream>
 
 namespace
@@ -200,6 +201,16 @@ const Date DATES[] = {
 
 INSTANTIATE_TEST_SUITE_P(Table, NtpQueryDate, testing::ValuesIn(DATES),
                          [](const auto &row) { return row.param.name; });
+
+/* A clock far beyond the calendar, as a broken one may show. */
+TEST_F(NtpQuery, PrintsAnEmptyTextForATimeWithoutADate)
+{
+    script({ANSWER});
+    machine.clock = std::numeric_limits<time_t>::max();
+    machine.clockRefused = true;
+    EXPECT_EQ(query("a").output, "NTP_Time_Get remote_server-a\n"
+                                 "NTP: Local Time Updated: \n");
+}
 
 /* The calendar text is of local time, and a changed time zone is seen. */
 TEST_F(NtpQuery, PrintsLocalTime)
