@@ -40,7 +40,8 @@ bool NTP_Thread_Init(NTP_Settings *settings);
  * The thread function; settings points to an NTP_Settings. Sleeps for the polling period and 5
  * seconds, then makes passes, each ending with a sleep of the polling period, until the run flag is
  * 0 at the end of one. A pass queries the server when more than four hours have passed since the
- * last update, and when the clock shows the year 1970, in local time. Returns null.
+ * last update (the end of the first sleep counts as one, and so does a failed four-hourly query),
+ * and when the clock shows the year 1970, in local time. Returns null.
  */
 void *NTP_Thread_Func(void *settings);
 
