@@ -1,4 +1,5 @@
-/* The built time_client, always with --dry-run, against a real server in a private network. */
+/* The built time_client against a real server in a private network: with --dry-run, or on a
+ * platform that refuses to set the clock. */
 
 #include "tests/support/child_process.h"
 #include "tests/support/private_network.h"
@@ -153,6 +154,17 @@ TEST_F(TimeClientQuery, ReportsTheServersTimeAndEndsWithZero)
     std::vector<uint8_t> request(48, 0);
     request[0] = 0xD9;
     EXPECT_EQ(seen[0].bytes, request);
+}
+
+/* The clock of this platform stands still and refuses. */
+TEST_F(TimeClientQuery, SetsTheClockUnlessItIsADryRun)
+{
+    Scripted_Server server(answer);
+    Child_Process client({QUICK_TIME_CLIENT, "--once", "127.0.0.1"});
+    EXPECT_EQ(client.output(), ASKED + "NTP: Local Time Updated: Thu Jan  1 00:00:35 1970\n\n");
+    EXPECT_EQ(client.errors(), "");
+    EXPECT_EQ(client.wait(), 1);
+    EXPECT_EQ(server.finish().size(), 1U);
 }
 
 TEST_F(TimeClientQuery, TakesOptionsInAnyOrder)
