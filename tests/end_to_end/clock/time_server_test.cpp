@@ -13,6 +13,14 @@
 namespace
 {
 
+const std::string USAGE =
+    "usage: time_server [--time SECONDS] COMMAND [ARGUMENT...]\n"
+    "\n"
+    "Runs the command in a private network in which 127.0.0.1 serves the time over NTP.\n"
+    "\n"
+    "  --time SECONDS  serve this time, in seconds since 1970, instead of the machine's\n"
+    "  --help          print this text\n";
+
 class TimeServer : public testing::Test
 {
 protected:
@@ -55,6 +63,20 @@ TEST_F(TimeServer, EndsWithTheStatusOfItsCommand)
     EXPECT_EQ(server.wait(), 7);
 }
 
+TEST_F(TimeServer, EndsWithOneWhenItsCommandIsKilled)
+{
+    Child_Process server({TIME_SERVER, "sh", "-c", "kill -9 $$"});
+    EXPECT_EQ(server.wait(), 1);
+}
+
+TEST_F(TimeServer, ReportsACommandThatCannotBeStarted)
+{
+    Child_Process server({TIME_SERVER, "/nowhere/command"});
+    EXPECT_EQ(server.output(), "");
+    EXPECT_EQ(server.errors(), "time_server: /nowhere/command: No such file or directory\n");
+    EXPECT_EQ(server.wait(), 1);
+}
+
 /* Served is the command alone: the client of another network gets no answer. */
 TEST_F(TimeServer, ServesNobodyElse)
 {
@@ -78,9 +100,17 @@ TEST_F(TimeServer, RefusesBadArguments)
     for (const std::vector<std::string> &arguments : all) {
         Child_Process server(arguments);
         EXPECT_EQ(server.output(), "");
-        EXPECT_EQ(server.errors().substr(0, 27), "time_server: bad arguments\n");
+        EXPECT_EQ(server.errors(), "time_server: bad arguments\n" + USAGE);
         EXPECT_EQ(server.wait(), 2);
     }
+}
+
+TEST(TimeServerUsage, IsPrintedOnRequest)
+{
+    Child_Process server({TIME_SERVER, "--help"});
+    EXPECT_EQ(server.output(), USAGE);
+    EXPECT_EQ(server.errors(), "");
+    EXPECT_EQ(server.wait(), 0);
 }
 
 } // namespace
