@@ -1,6 +1,6 @@
 #include "switch/config/reader.h"
+#include "tests/support/memory_file.h"
 #include "tests/support/output_capture.h"
-#include "tests/support/startup_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/switch/config/records.h"
 
@@ -99,29 +99,26 @@ TEST(ReaderFile, TruncatedTextsGiveTheirCompleteEntries)
 
 TEST(ReaderFile, BinaryFilesEndAtTheirFirstOtherByte)
 {
-    const Temporary_Folder folder;
     const Record record = filled_record(0);
     std::string bytes;
     for (int code = 0; code < 256; code++)
         bytes += static_cast<char>(code);
-    EXPECT_TRUE(load_silently(folder.write("bytes", bytes), record.get()));
-    EXPECT_TRUE(load_silently(folder.write("high", std::string(100000, '\xFF')), record.get()));
-    EXPECT_TRUE(load_silently(folder.write("nul", std::string(100000, '\0')), record.get()));
+    EXPECT_TRUE(load_silently(Memory_File(bytes).path(), record.get()));
+    EXPECT_TRUE(load_silently(Memory_File(std::string(100000, '\xFF')).path(), record.get()));
+    EXPECT_TRUE(load_silently(Memory_File(std::string(100000, '\0')).path(), record.get()));
     const std::string hidden("[SW_PORT1]\nVID = 7\n\0VID = 8\n", 28);
-    EXPECT_TRUE(load_silently(folder.write("hidden", hidden), record.get()));
+    EXPECT_TRUE(load_silently(Memory_File(hidden).path(), record.get()));
     EXPECT_EQ(record->ports[1].vid, 7);
-    expect_refused(folder.write("letters", std::string(100000, 'A')));
+    expect_refused(Memory_File(std::string(100000, 'A')).path());
 }
 
 TEST(ReaderFile, HundredMegabytesAreReadToTheirEnd)
 {
     constexpr size_t SIZE = 100000000;
     const std::string last = "[SW_PORT1]\nVID = 7\n";
-    const Temporary_Folder folder;
-    const std::string path =
-        folder.write("large.cfg", std::string(SIZE - last.size(), '\n') + last);
+    const Memory_File file(std::string(SIZE - last.size(), '\n') + last);
     const Record record = filled_record(0);
-    EXPECT_TRUE(load_silently(path, record.get()));
+    EXPECT_TRUE(load_silently(file.path(), record.get()));
     EXPECT_EQ(record->ports[1].vid, 7);
 }
 

@@ -1,8 +1,8 @@
 #include "switch/config/reader.h"
 #include "tests/support/heap_count.h"
+#include "tests/support/memory_file.h"
 #include "tests/support/output_capture.h"
 #include "tests/support/startup_file.h"
-#include "tests/support/temporary_folder.h"
 #include "tests/switch/config/records.h"
 
 #include <gtest/gtest.h>
@@ -49,15 +49,14 @@ class ReaderMemory : public testing::TestWithParam<File>
 
 TEST_P(ReaderMemory, IsTheFilesSizeAndAFixedAmountInAFewAllocations)
 {
-    const Temporary_Folder folder;
     const std::string text = GetParam().text();
-    const std::string path = folder.write("startup.cfg", text);
+    const Memory_File file(text);
     const Record record = filled_record(0);
     Output_Capture lines;
     printf("%s", ""); /* standard output has its buffer before the count begins */
     fflush(stdout);
     ResetHeapCount();
-    const bool good = LoadSwitchConfigFile(path.c_str(), record.get());
+    const bool good = LoadSwitchConfigFile(file.path().c_str(), record.get());
     const Heap_Count heap = GetHeapCount();
     lines.finish();
     EXPECT_EQ(good, GetParam().good);

@@ -1,5 +1,6 @@
 #include "switch/config/reader.h"
 #include "switch/config/writer.h"
+#include "tests/support/memory_file.h"
 #include "tests/support/output_capture.h"
 #include "tests/support/random_config.h"
 #include "tests/support/random_seed.h"
@@ -30,12 +31,11 @@ struct Round_Trip {
 
 Round_Trip write_and_read(const SW_Config &config)
 {
-    const Temporary_Folder folder;
-    const std::string path = folder.path() + "/startup.cfg";
-    EXPECT_TRUE(SaveSwitchConfigFile(&config, path.c_str()));
-    Round_Trip trip = {folder.read("startup.cfg"), false, filled_record(0)};
+    const Memory_File file;
+    EXPECT_TRUE(SaveSwitchConfigFile(&config, file.path().c_str()));
+    Round_Trip trip = {file.read(), false, filled_record(0)};
     Output_Capture lines;
-    trip.loaded = LoadSwitchConfigFile(path.c_str(), trip.read.get());
+    trip.loaded = LoadSwitchConfigFile(file.path().c_str(), trip.read.get());
     lines.finish();
     return trip;
 }
