@@ -26,9 +26,13 @@ constexpr Chip_Row CHIPS[] = {
 };
 // clang-format on
 
+/* The port behind these has no SMI address, nor a slot in a VLAN table entry. */
+constexpr int MOST_PORTS = 11;
+
 constexpr bool row_is_sound(const Chip_Row &row)
 {
-    return row.ports == std::popcount(row.validPorts) && (row.phyPorts & ~row.validPorts) == 0 &&
+    return row.ports == std::popcount(row.validPorts) && row.validPorts >> MOST_PORTS == 0 &&
+           (row.phyPorts & ~row.validPorts) == 0 &&
            (row.familySet == 'A' || row.familySet == 'B') && row.familyBit < 32 &&
            std::ranges::count(CHIPS, row.identifier, &Chip_Row::identifier) == 1;
 }

@@ -80,3 +80,8 @@ inline constexpr Family_Test FAMILY_EXTENDED = {Family_Compare::ANY, A_EXTENDED,
 /* All but the oldest chips: more database numbers, egress rate as a divisor. */
 inline constexpr Family_Test FAMILY_NOT_OLDEST = {Family_Compare::ANY, A_EGRESS_DIVISOR,
                                                   B_NEWER_LAYOUT | B_GROUP, A_EXTENDED};
+/* The set-up steps of the load. */
+inline constexpr Family_Test FAMILY_GLOBAL_SETUP = {Family_Compare::ANY, A_GLOBAL_SETUP, B_SETUP,
+                                                    0};
+inline constexpr Family_Test FAMILY_PORT_SETUP = {Family_Compare::ANY, A_PORT_SETUP, 0, 0};
+inline constexpr Family_Test FAMILY_BLOCK_SETUP = {Family_Compare::ANY, A_BLOCK_SETUP, B_SETUP, 0};

@@ -126,10 +126,10 @@ struct Setup_Step {
 
 /* What each family adds must answer at its address. */
 constexpr Setup_Step SETUP_STEPS[] = {
-    {{Family_Compare::ANY, A_GLOBAL_SETUP, B_SETUP, 0}, check_global_registers},
-    {{Family_Compare::ANY, A_PORT_SETUP, 0, 0}, check_port_registers},
+    {FAMILY_GLOBAL_SETUP, check_global_registers},
+    {FAMILY_PORT_SETUP, check_port_registers},
     {FAMILY_EXTENDED, check_remaining_block},
-    {{Family_Compare::ANY, A_BLOCK_SETUP, B_SETUP, 0}, check_remaining_block},
+    {FAMILY_BLOCK_SETUP, check_remaining_block},
 };
 
 int set_up_family(SW_Device *device, const SW_Sys_Config &config)

@@ -16,5 +16,6 @@
  */
 int swLoadDriver(const SW_Sys_Config *config, SW_Device *device);
 
-/* The step after a load. Nothing is left to do there: no register access, status 0. */
+/* The step after a load. Nothing is left to do there: no register access, status 0, or
+ * SW_STATUS_BAD_PARAM when `device` is null. */
 int swSysEnable(SW_Device *device);

@@ -1,12 +1,13 @@
 #include "tests/switch/chip/features.h"
 
-#include "switch/chip/chips.h"
+#include "switch/chip/families.h"
 #include "tests/switch/chip/fake_bus.h"
 #include "tests/switch/chip/operations.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -410,6 +411,35 @@ TEST_P(EveryChip, VlanTableEntryCarriesWhatTheFamilyHas)
     --beyond.dbNum;
     EXPECT_EQ(swVtuAddEntry(&device, &beyond), SW_STATUS_OK);
     bus.take_trace();
+}
+
+TEST_P(EveryChip, VlanTableEntryIsReadOnEveryChip)
+{
+    device.validPortMask = 0x3F;
+    device.numberOfPorts = 6;
+    bus.vtu_address = static_cast<int>(global_address());
+    bus.vtu[0x123] = {0x000A, {0x59FE, 0x00C0, 0xD000}};
+    const std::array<uint8_t, 11> tags = {2, 3, 1, 1, 0, 0};
+    std::array<uint8_t, 11> states = {3, 3, 2, 1, 0, 3};
+    if (!features().has("vst")) {
+        states = {};
+    }
+    Vlan_Table_Entry entry = {};
+    EXPECT_EQ(swVtuGetFirst(&device, &entry), SW_STATUS_OK);
+    EXPECT_EQ(entry.vid, 0x123);
+    EXPECT_EQ(entry.dbNum, 10);
+    EXPECT_EQ(std::to_array(entry.memberTagP), tags);
+    EXPECT_EQ(std::to_array(entry.portStateP), states);
+    EXPECT_EQ(entry.vidPriOverride, newer() ? 1U : 0U);
+    EXPECT_EQ(entry.vidPriority, newer() ? 5 : 0);
+}
+
+TEST_P(EveryChip, SetUpStepsOfTheLoadAreThoseOfItsFamily)
+{
+    EXPECT_EQ(Family_Passes(FAMILY_GLOBAL_SETUP, device), features().has("gset"));
+    EXPECT_EQ(Family_Passes(FAMILY_PORT_SETUP, device), features().has("pset"));
+    EXPECT_EQ(Family_Passes(FAMILY_EXTENDED, device), features().has("x60"));
+    EXPECT_EQ(Family_Passes(FAMILY_BLOCK_SETUP, device), features().has("x7e"));
 }
 
 TEST_P(EveryChip, PortBeyondItsPortsIsABadParameterWithoutAccess)

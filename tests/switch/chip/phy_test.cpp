@@ -122,9 +122,11 @@ TEST_F(Phy, NobodyAnsweringIsAFailureBeforeAnyWrite)
         EXPECT_EQ(swSetPortAutoMode(&device, 1, 0), SW_STATUS_FAIL);
         EXPECT_EQ(bus.take_trace().find('W'), std::string::npos);
     }
-    bus.registers[1][2] = 0;
-    bus.registers[1][3] = 0xFFFF;
-    EXPECT_EQ(swSetPortAutoMode(&device, 1, 0), SW_STATUS_OK);
+    for (const uint16_t first : {uint16_t{0}, uint16_t{0xFFFF}}) {
+        bus.registers[1][2] = first;
+        bus.registers[1][3] = static_cast<uint16_t>(~first);
+        EXPECT_EQ(swSetPortAutoMode(&device, 1, 0), SW_STATUS_OK);
+    }
 }
 
 TEST_F(Phy, PortWithoutPhyIsNotSupportedAndNoPortABadParameter)

@@ -284,6 +284,34 @@ TEST_F(VlanTable, OverrideIsSetByAFlagOfExactlyOne)
     }
 }
 
+TEST_F(VlanTable, OverrideIsNotCarriedByEightPortsOrTheOlderLayout)
+{
+    const Vlan_Table_Entry entry = with_override(make_entry(1, TAGS_6), 7);
+    device = make_device(1U << 15, 0, 0xFF);
+    EXPECT_EQ(swVtuAddEntry(&device, &entry), SW_STATUS_OK);
+    EXPECT_EQ(bus.vtu[1].data[2], 0);
+    bus.vtu[1].data[2] = 0xF000;
+    Vlan_Table_Entry got = {};
+    EXPECT_EQ(swVtuGetFirst(&device, &got), SW_STATUS_OK);
+    EXPECT_EQ(got.vidPriOverride + got.vidPriority, 0U);
+    device = make_device(1U << 2, 0);
+    bus.vtu_address = 0x1F;
+    EXPECT_EQ(swVtuAddEntry(&device, &entry), SW_STATUS_OK);
+    EXPECT_EQ(bus.vtu[1].data[2], 0);
+}
+
+TEST_F(VlanTable, OldestChipsHaveNoMoreThanFourDatabaseBits)
+{
+    bus.vtu[1].database = 0x030F;
+    Vlan_Table_Entry got = {};
+    EXPECT_EQ(swVtuGetFirst(&device, &got), SW_STATUS_OK);
+    EXPECT_EQ(got.dbNum, 63);
+    device = make_device(1U << 2, 0);
+    bus.vtu_address = 0x1F;
+    EXPECT_EQ(swVtuGetFirst(&device, &got), SW_STATUS_OK);
+    EXPECT_EQ(got.dbNum, 15);
+}
+
 TEST_F(VlanTable, ExtendedFlagsAreSetByExactlyOne)
 {
     device = make_device(1U << 17, 0);
