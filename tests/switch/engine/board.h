@@ -1,0 +1,103 @@
+#pragma once
+
+#include "simulator/chip.h"
+#include "simulator/faults.h"
+#include "simulator/seam.h"
+#include "simulator/trace.h"
+#include "switch/engine/control.h"
+#include "switch/engine/wait.h"
+#include "tests/support/output_capture.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/*
+ * The engine on a board whose chip is simulated: everything that a host of the console owns, all
+ * zero, register accesses recorded and open to faults, waits that only count. The chip is as after
+ * power-on. Nothing outside the process is touched.
+ */
+class Board : public testing::Test
+{
+protected:
+    Board();
+    ~Board() override;
+    Board(const Board &) = delete;
+    Board &operator=(const Board &) = delete;
+
+    /* Runs the quiet bring-up, which must succeed, and forgets its accesses and waits. */
+    void bring_up();
+
+    /* Gives running and applied the factory defaults, every port of the type that the VLAN port
+     * modes leave alone. */
+    void set_custom_defaults();
+
+    /* Defines the VLAN in config, the board's five ports no members; returns its entry. */
+    static Vlan_Table_Entry *define_vlan(SW_Config *config, int vid);
+
+    /* The VLAN IDs that the chip's table holds: "10 20"; empty for none. */
+    std::string vlans_on_chip() const;
+
+    /* The register accesses since the last call, a line each: "W 14 07 0001\n". */
+    std::string take_trace();
+
+    /* How many they are. */
+    size_t take_access_count();
+
+    SW_Config running_;
+    SW_Config applied_;
+    SW_Config startup_image_;
+    SW_Config device_image_;
+    SW_Device device_;
+    SW_Sys_Config sys_config_;
+    SW_Control control_;
+    Sim_Chip chip_;
+    Sim_Layer seam_;
+    Sim_Faults faults_;
+    Sim_Recorder recorder_;
+    std::vector<uint32_t> waits_;
+
+private:
+    SW_Wait_Handler real_wait_;
+};
+
+/* What the call prints on standard output. */
+template <class Call>
+std::string printed(Call call)
+{
+    Output_Capture output;
+    call();
+    return output.finish();
+}
+
+/*
+ * Counts the calls of a device record's two register hooks and answers false, without an access, at
+ * chosen ones. One at a time: hooks have no context of their own.
+ */
+class Hook_Faults
+{
+public:
+    /* Stands between device and its hooks until destroyed. Call numbers count from 0. */
+    explicit Hook_Faults(SW_Device *device);
+    ~Hook_Faults();
+    Hook_Faults(const Hook_Faults &) = delete;
+    Hook_Faults &operator=(const Hook_Faults &) = delete;
+
+    /* The calls from first on, count of them, answer false. Starts the numbers at 0 again. */
+    void break_calls(size_t first, size_t count = 1);
+
+    size_t calls() const { return calls_; }
+
+private:
+    static int read(SW_Device *device, uint32_t address, uint32_t number, uint32_t *value);
+    static int write(SW_Device *device, uint32_t address, uint32_t number, uint32_t value);
+    bool next_is_broken();
+
+    SW_Device *device_;
+    SW_Hooks before_;
+    size_t calls_ = 0;
+    size_t first_ = 0;
+    size_t count_ = 0;
+};
