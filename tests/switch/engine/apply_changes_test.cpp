@@ -2,7 +2,8 @@
 #include "switch/engine/apply.h"
 #include "tests/switch/engine/board.h"
 
-#include <cstring>
+#include <initializer_list>
+#include <string>
 
 namespace
 {
@@ -12,6 +13,16 @@ constexpr const char *FAILED = "Switch: Apply Changes - Failed\n";
 constexpr const char *FLUSH = "R 1b 05 0000\nW 1b 05 9000\n";
 constexpr const char *ADD_10 = "R 1b 05 1000\nW 1b 06 100a\n"
                                "W 1b 07 1111\nW 1b 08 0001\nW 1b 09 0000\nW 1b 05 b000\n";
+
+/* That the lines stand in the trace in this order, others between them. */
+void expect_in_order(const std::string &trace, std::initializer_list<const char *> lines)
+{
+    size_t place = 0;
+    for (const char *line : lines) {
+        place = trace.find(line, place);
+        ASSERT_NE(place, std::string::npos) << line;
+    }
+}
 
 class Changes_Board : public Board
 {
@@ -30,11 +41,6 @@ protected:
     std::string configure(bool log)
     {
         return printed([&] { result_ = SW_Configure(&control_, log); });
-    }
-
-    bool applied_is_running() const
-    {
-        return std::memcmp(&applied_, &running_, sizeof running_) == 0;
     }
 
     bool result_ = false;
@@ -58,11 +64,7 @@ void PrintTo(const Change_Row &row, std::ostream *out)
 
 void add_vlan_10(SW_Config *config)
 {
-    SW_Vlan_Entry &entry = config->vlans[10];
-    entry.vtu.vid = 10;
-    memset(entry.vtu.memberTagP, 1, 5);
-    entry.defined = 1;
-    config->vlanEntryCount++;
+    define_vlan(config, 10);
 }
 
 constexpr const char *LONG_TRACE = nullptr;
@@ -190,13 +192,8 @@ TEST_F(ApplyChanges, StepsComeInTheirOrder)
     EXPECT_EQ(trace.find(std::string("R 1b 04 0000\nW 1b 04 0000\n") + FLUSH + ADD_10 +
                          "R 12 07 0001\nW 12 07 000a\n"),
               0U);
-    size_t place = 0;
-    for (const char *line : {"W 12 07 000a\n", "W 11 07 000a\n", "W 10 07 000a\n", "W 14 07 000a\n",
-                             "W 13 07 000a\n", "W 1b 18 fa50\n", "W 1b 10 0001\n"}) {
-        const size_t next = trace.find(line, place);
-        ASSERT_NE(next, std::string::npos) << line;
-        place = next;
-    }
+    expect_in_order(trace, {"W 12 07 000a\n", "W 11 07 000a\n", "W 10 07 000a\n", "W 14 07 000a\n",
+                            "W 13 07 000a\n", "W 1b 18 fa50\n", "W 1b 10 0001\n"});
 }
 
 TEST_F(ApplyChanges, WithoutWriteOnlyTheFrameSizeLineRemains)
@@ -384,13 +381,8 @@ TEST_F(Configure, StepsComeInTheirOrder)
     EXPECT_EQ(
         trace.find(std::string("R 1b 04 0000\nW 1b 04 0400\n") + FLUSH + ADD_10 + "R 12 07 0001\n"),
         0U);
-    size_t place = 0;
-    for (const char *line : {"W 12 07 0001\n", "W 11 07 0001\n", "W 10 07 0001\n", "W 14 07 0001\n",
-                             "W 13 07 0001\n", "W 1b 18 fa51\n", "W 1b 10 0000\n"}) {
-        const size_t next = trace.find(line, place);
-        ASSERT_NE(next, std::string::npos) << line;
-        place = next;
-    }
+    expect_in_order(trace, {"W 12 07 0001\n", "W 11 07 0001\n", "W 10 07 0001\n", "W 14 07 0001\n",
+                            "W 13 07 0001\n", "W 1b 18 fa51\n", "W 1b 10 0000\n"});
 }
 
 TEST_F(Configure, LogsAgainstTheAppliedConfigurationAndLeavesIt)

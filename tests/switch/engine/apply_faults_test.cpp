@@ -81,7 +81,7 @@ protected:
     /* A board with something to write in every area and nothing to log but the frame size. */
     void prepare()
     {
-        Sim_Chip_Init(&chip_, Sim_Board_Chip(), {SIM_DIRECT, 16});
+        use_chip(0x105);
         Sim_Faults_Clear(&faults_);
         set_custom_defaults();
         running_.maxFrameSize = SW_Max_Frame_Size_1522;
@@ -101,9 +101,24 @@ protected:
         return printed([&] { result_ = SW_Apply_Changes(&control_, true, true); });
     }
 
-    bool applied_is_running() const
+    /* Prepares a board for each register access of the whole apply, breaks that hook call during
+     * the operation and checks what both kinds of whole pass have in common. */
+    template <class Check>
+    void break_each_call(Check check)
     {
-        return std::memcmp(&applied_, &running_, sizeof running_) == 0;
+        size_t call = 0;
+        for (const Segment &segment : whole_apply()) {
+            for (size_t access = 0; access < segment.accesses; ++access, ++call) {
+                SCOPED_TRACE(call);
+                prepare();
+                Hook_Faults hooks(&device_);
+                hooks.break_calls(call);
+                check(segment, call < FRAME_ACCESSES);
+                EXPECT_EQ(result_, segment.line.empty());
+                EXPECT_EQ(hooks.calls(), WHOLE_APPLY - accesses_left_out(segment, access));
+            }
+        }
+        EXPECT_EQ(call, WHOLE_APPLY);
     }
 
     bool result_ = false;
@@ -120,24 +135,12 @@ TEST_F(ApplyFaults, WithoutAFaultTheWholeApplyIsOk)
 
 TEST_F(ApplyFaults, EveryHookCallThatFailsPrintsTheLineOfItsStep)
 {
-    size_t call = 0;
-    for (const Segment &segment : whole_apply()) {
-        for (size_t access = 0; access < segment.accesses; ++access, ++call) {
-            SCOPED_TRACE(call);
-            prepare();
-            Hook_Faults hooks(&device_);
-            hooks.break_calls(call);
-            const bool before_change = call < FRAME_ACCESSES;
-            EXPECT_EQ(apply(),
-                      (before_change ? segment.line + CHANGE_LINE : CHANGE_LINE + segment.line) +
-                          "Switch: Apply Changes - " + (segment.line.empty() ? "Ok" : "Failed") +
-                          "\n");
-            EXPECT_EQ(result_, segment.line.empty());
-            EXPECT_EQ(hooks.calls(), WHOLE_APPLY - accesses_left_out(segment, access));
-            EXPECT_TRUE(applied_is_running());
-        }
-    }
-    EXPECT_EQ(call, WHOLE_APPLY);
+    break_each_call([this](const Segment &segment, bool at_frame_size) {
+        EXPECT_EQ(apply(),
+                  (at_frame_size ? segment.line + CHANGE_LINE : CHANGE_LINE + segment.line) +
+                      "Switch: Apply Changes - " + (segment.line.empty() ? "Ok" : "Failed") + "\n");
+        EXPECT_TRUE(applied_is_running());
+    });
 }
 
 struct Seam_Row {
@@ -196,21 +199,11 @@ TEST_F(ApplyFaults, HiddenFaultMayMakeAGigabitPhyLookLikeAnother)
 
 TEST_F(ApplyFaults, EveryHookCallThatFailsMakesTheConfigurationFail)
 {
-    size_t call = 0;
-    for (const Segment &segment : whole_apply()) {
-        for (size_t access = 0; access < segment.accesses; ++access, ++call) {
-            SCOPED_TRACE(call);
-            prepare();
-            Hook_Faults hooks(&device_);
-            hooks.break_calls(call);
-            const bool is_silent = call < FRAME_ACCESSES;
-            EXPECT_EQ(printed([&] { result_ = SW_Configure(&control_, false); }),
-                      is_silent ? "" : segment.line);
-            EXPECT_EQ(result_, segment.line.empty());
-            EXPECT_EQ(hooks.calls(), WHOLE_APPLY - accesses_left_out(segment, access));
-            EXPECT_FALSE(applied_is_running());
-        }
-    }
+    break_each_call([this](const Segment &segment, bool at_frame_size) {
+        EXPECT_EQ(printed([this] { result_ = SW_Configure(&control_, false); }),
+                  at_frame_size ? "" : segment.line);
+        EXPECT_FALSE(applied_is_running());
+    });
 }
 
 } // namespace

@@ -323,11 +323,7 @@ TEST_F(PriorityMaps, EveryFailedDscpIsShown)
 
 TEST_F(Apply_Board, StatusOfAChipWithoutTheSettingStandsInTheLine)
 {
-    for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
-        if (row.identifier == 0x165) { /* without a global frame size */
-            Sim_Chip_Init(&chip_, row, {SIM_DIRECT, 16});
-        }
-    }
+    use_chip(0x165); /* without a global frame size */
     bring_up();
     EXPECT_EQ(run([&] {
                   return SW_Apply_Max_Frame_Size(&control_, &running_.maxFrameSize,

@@ -3,6 +3,7 @@
 #include "switch/config/keywords.h"
 #include "switch/engine/bring_up.h"
 
+#include <cstring>
 #include <utility>
 
 namespace
@@ -60,7 +61,22 @@ void Board::set_custom_defaults()
     applied_ = running_;
 }
 
-Vlan_Table_Entry *Board::define_vlan(SW_Config *config, int vid)
+void Board::use_chip(uint16_t identifier)
+{
+    for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
+        if (row.identifier == identifier) {
+            Sim_Chip_Init(&chip_, row, ON_THE_BUS);
+        }
+    }
+    ASSERT_EQ(chip_.row.identifier, identifier);
+}
+
+bool Board::applied_is_running() const
+{
+    return std::memcmp(&applied_, &running_, sizeof running_) == 0;
+}
+
+Vlan_Table_Entry *define_vlan(SW_Config *config, int vid)
 {
     SW_Vlan_Entry &entry = config->vlans[vid];
     entry.vtu.vid = static_cast<uint16_t>(vid);

@@ -34,8 +34,10 @@ protected:
      * modes leave alone. */
     void set_custom_defaults();
 
-    /* Defines the VLAN in config, the board's five ports no members; returns its entry. */
-    static Vlan_Table_Entry *define_vlan(SW_Config *config, int vid);
+    /* Puts another chip on the bus, as after power-on; one of the simulator's. */
+    void use_chip(uint16_t identifier);
+
+    bool applied_is_running() const;
 
     /* The VLAN IDs that the chip's table holds: "10 20"; empty for none. */
     std::string vlans_on_chip() const;
@@ -62,6 +64,9 @@ protected:
 private:
     SW_Wait_Handler real_wait_;
 };
+
+/* Defines the VLAN in config, the board's five ports no members; returns its entry. */
+Vlan_Table_Entry *define_vlan(SW_Config *config, int vid);
 
 /* What the call prints on standard output. */
 template <class Call>

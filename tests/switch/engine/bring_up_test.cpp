@@ -8,8 +8,6 @@
 namespace
 {
 
-constexpr Sim_Placement ON_THE_BUS = {SIM_DIRECT, 16};
-
 /* Identification, forwarding on every port, then the blocks of the chip's family. */
 constexpr const char *LOAD_TRACE = "R 10 03 1052\n"
                                    "R 10 04 0030\nW 10 04 0033\n"
@@ -54,17 +52,6 @@ protected:
     std::string run(Call call)
     {
         return printed([&] { result_ = call(); });
-    }
-
-    /* Puts another chip on the bus. */
-    void use_chip(uint16_t identifier)
-    {
-        for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
-            if (row.identifier == identifier) {
-                Sim_Chip_Init(&chip_, row, ON_THE_BUS);
-            }
-        }
-        ASSERT_EQ(chip_.row.identifier, identifier);
     }
 
     int result_ = 12345;

@@ -264,7 +264,7 @@ TEST_F(LoadAndConfigure, IsTheLoadWithTheFlag)
     const std::string text = load_and_configure(path_);
     const std::string trace = take_trace();
     running_ = {};
-    Sim_Chip_Init(&chip_, Sim_Board_Chip(), {SIM_DIRECT, 16});
+    use_chip(0x105);
     bring_up();
     EXPECT_EQ(load(path_), text);
     EXPECT_EQ(take_trace(), trace);

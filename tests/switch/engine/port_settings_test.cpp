@@ -471,11 +471,7 @@ TEST_F(PortSettings, EachFailureHasItsLineAndAllAreTried)
 
 TEST_F(PortSettings, StatusOfTheDriverStandsInTheLine)
 {
-    for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
-        if (row.identifier == 0x165) { /* without core tag, byte counts, ingress rates */
-            Sim_Chip_Init(&chip_, row, {SIM_DIRECT, 16});
-        }
-    }
+    use_chip(0x165); /* without core tag, byte counts, ingress rates */
     bring_up();
     running_.ports[SFP0].egressMode = 4;
     EXPECT_EQ(apply(SFP0, true), "Switch: ...Set Port SFP0 Egress Mode! Error:1\n"
