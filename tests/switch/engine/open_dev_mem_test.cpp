@@ -1,6 +1,6 @@
 #include "switch/engine/bring_up.h"
 #include "tests/support/output_capture.h"
-#include "tests/switch/engine/open_stand_in.h"
+#include "tests/switch/engine/system_stand_in.h"
 
 #include <gtest/gtest.h>
 

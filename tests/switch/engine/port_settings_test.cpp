@@ -538,6 +538,7 @@ constexpr Shown_Row SHOWN[] = {
     {"EgressRate8to9", &Port::egressRate, 8, 9, "Egress Rate: 16M bits/sec -> 32M bits/sec\n"},
     {"EgressRate10to11", &Port::egressRate, 10, 11, "Egress Rate: 64M bits/sec -> 128M bits/sec\n"},
     {"EgressRate12to13", &Port::egressRate, 12, 13, "Egress Rate: 256M bits/sec -> \n"},
+    {"EgressRate0toMinus1", &Port::egressRate, 0, 0xFFFFFFFF, "Egress Rate: Not limited -> \n"},
     {"Pri0Rate0to12", &Port::pri0Rate, 0, 12, "Pri0Rate: Not limited -> 256M bits/sec\n"},
     {"Pri0Rate13to14", &Port::pri0Rate, 13, 14, "Pri0Rate:  -> \n"},
     {"FlagAnyNumberIsTrue", &Port::discardTagged, 2, 1, "Discard Tagged: True -> True\n"},
@@ -559,6 +560,21 @@ TEST_P(ShownValue, OldThenNew)
 
 INSTANTIATE_TEST_SUITE_P(PortSettings, ShownValue, testing::ValuesIn(SHOWN),
                          [](const auto &row) { return std::string(row.param.name); });
+
+TEST_F(PortSettings, NumbersOutsideTheirListsReachTheDriverAsTheyAre)
+{
+    running_.ports[SFP0].dot1qMode = 0xFFFFFFFF;  /* cut to two bits */
+    running_.ports[SFP0].egressMode = 0xFFFFFFFF; /* refused */
+    running_.ports[SFP0].egressRate = 0xFFFFFFFF; /* a rate of its own, the smallest divisor */
+    running_.ports[SFP0].discardTagged = 2;       /* only 1 is written as true */
+    EXPECT_EQ(apply(SFP0, true), "Switch: Port 3 VLAN Dot1Q Mode: Disable -> \n"
+                                 "Switch: Port 3 Discard Tagged: False -> True\n"
+                                 "Switch: ...Set Port SFP0 Egress Mode! Error:1\n"
+                                 "Switch: Port 3 Egress Rate: Not limited -> \n");
+    EXPECT_FALSE(result_);
+    EXPECT_EQ(chip_.ports[4][8], 0x0C00);
+    EXPECT_EQ(chip_.ports[4][10], 0x3001);
+}
 
 TEST_F(PortSettings, NumbersAreShownWhole)
 {

@@ -1,4 +1,4 @@
-#include "tests/switch/engine/open_stand_in.h"
+#include "tests/switch/engine/system_stand_in.h"
 
 #include <cerrno>
 #include <cstdarg>
@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 Memory_Opens memory_opens;
+Sleeps sleeps;
 
 namespace
 {
@@ -39,4 +40,17 @@ extern "C" int open(const char *path, int flags, ...)
     va_end(arguments);
     return std::strcmp(path, "/dev/mem") == 0 ? open_memory(flags)
                                               : open_in_kernel(path, flags, mode);
+}
+
+extern "C" int nanosleep(const timespec *asked, timespec *left)
+{
+    sleeps.asked.push_back(*asked);
+    if (sleeps.interruptions == 0) {
+        return 0;
+    }
+    sleeps.interruptions--;
+    *left = *asked;
+    left->tv_nsec -= 1;
+    errno = EINTR;
+    return -1;
 }
