@@ -77,7 +77,8 @@ using enum Shown_As;
 constexpr Port_Setting PORT_SETTINGS[] = {
     setting<swSetPortAutoMode, &Port::autoMode>("Auto Mode", "Auto Mode", SPEED_DUPLEX, true),
     setting<swSetPortVid, &Port::vid>("VID", "VID", NUMBER),
-    setting<swSetPortForceDefaultVid, &Port::vidForceDefault>("Force Default VID", "Force Default VID", TRUE_FALSE),
+    setting<swSetPortForceDefaultVid, &Port::vidForceDefault>("Force Default VID", "Force Default VID",
+                                                              TRUE_FALSE),
     setting<swSetPortDot1qMode, &Port::dot1qMode>("Vlan Dot1q Mode", "VLAN Dot1Q Mode", DOT1Q_MODE),
     setting<swSetDiscardTagged, &Port::discardTagged>("Discard Tagged", "Discard Tagged", TRUE_FALSE),
     setting<swSetDiscardUntagged, &Port::discardUntagged>("Discard Untagged", "Discard Untagged", TRUE_FALSE),
