@@ -22,7 +22,7 @@ void Dev_Qos_Tab(SW_Control *control);
 void Dev_Cos_Tab(SW_Control *control);
 
 /* When printing, the summary of the VLAN membership over the device image; reads nothing. */
-void Dev_Vlan_Properties(SW_Control *control);
+void Dev_Vlan_Properties(const SW_Control *control);
 
 /* All of the above in this order. */
 void Print_Device_Status(SW_Control *control);
@@ -40,7 +40,7 @@ void Dev_Vlan_Rows(SW_Control *control);
 void Dev_Qos_Rows(SW_Control *control);
 void Dev_Vtu_Rows(SW_Control *control);
 
-/* The VLAN Tab row of one port, 0 to 4; its header is Print_Vlan_Header. */
+/* The VLAN Tab row of one port, 0 to 4 (of any other, nothing); its header is Print_Vlan_Header. */
 void Dev_Vlan_Row(SW_Control *control, int port);
 
 /*

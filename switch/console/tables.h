@@ -16,7 +16,7 @@
 const char *SW_Flag_Cell_Text(uint32_t flag);
 
 /* Views of the running configuration, with their titles. */
-void Print_Config_Title(const SW_Control *control);
+void Print_Config_Title();
 void Print_Max_Frame_Size(const SW_Control *control);
 void Print_Ports_Config(const SW_Control *control); /* LAN and WAN only */
 void Print_Vlan_Tab(const SW_Control *control);
