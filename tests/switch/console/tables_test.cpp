@@ -6,10 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <algorithm>
 #include <iterator>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace
 {
@@ -31,52 +32,59 @@ std::string printed(const Print &print)
     return output.finish();
 }
 
-/* Values of every kind in the VLAN Tab, on the last two ports outside their lists. */
-void set_vlan_values(SW_Config *config)
+/* The settings of a table's row in the order of its columns. */
+struct Vlan_Settings {
+    uint16_t vid;
+    uint32_t others[10];
+};
+struct Qos_Settings {
+    uint32_t others[7];
+    uint8_t portPrio;
+};
+
+constexpr uint32_t SW_Port_Config::*VLAN_FIELDS[] = {
+    &SW_Port_Config::vidForceDefault, &SW_Port_Config::dot1qMode,  &SW_Port_Config::discardTagged,
+    &SW_Port_Config::discardUntagged, &SW_Port_Config::egressMode, &SW_Port_Config::useCoreTag,
+    &SW_Port_Config::egressRate,      &SW_Port_Config::limitMgmt,  &SW_Port_Config::countIfg,
+    &SW_Port_Config::countPre};
+constexpr uint32_t SW_Port_Config::*QOS_FIELDS[] = {
+    &SW_Port_Config::pri0Rate, &SW_Port_Config::pri1Rate,    &SW_Port_Config::pri2Rate,
+    &SW_Port_Config::pri3Rate, &SW_Port_Config::prioMapRule, &SW_Port_Config::ipPrio,
+    &SW_Port_Config::userPrio};
+
+template <size_t Count>
+void set_fields(SW_Port_Config *port, uint32_t SW_Port_Config::*const (&fields)[Count],
+                const uint32_t (&values)[Count])
 {
-    SW_Port_Config *ports = config->ports;
-    ports[0].vid = 1;
-    ports[0].countIfg = 1;
-    ports[0].countPre = 1;
-
-    ports[1].vid = 4095;
-    ports[1].vidForceDefault = 1;
-    ports[1].dot1qMode = SW_Dot1q_Mode_FALLBACK;
-    ports[1].discardTagged = 1;
-    ports[1].egressMode = SW_Egress_Mode_UNTAGGED_EGRESS;
-    ports[1].useCoreTag = 1;
-    ports[1].egressRate = SW_Rate_128K;
-    ports[1].limitMgmt = 1;
-
-    ports[2].vid = 65535;
-    ports[2].vidForceDefault = 2;
-    ports[2].dot1qMode = SW_Dot1q_Mode_CHECK;
-    ports[2].discardTagged = 2;
-    ports[2].discardUntagged = 1;
-    ports[2].egressMode = SW_Egress_Mode_TAGGED_EGRESS;
-    ports[2].useCoreTag = 2;
-    ports[2].egressRate = SW_Rate_256M;
-    ports[2].limitMgmt = 2;
-    ports[2].countIfg = 0xFFFFFFFF;
-    ports[2].countPre = 1;
-
-    ports[3].vid = 100;
-    ports[3].vidForceDefault = 1;
-    ports[3].dot1qMode = SW_Dot1q_Mode_SECURE;
-    ports[3].discardTagged = 1;
-    ports[3].discardUntagged = 1;
-    ports[3].egressMode = SW_Egress_Mode_ADD_TAG;
-    ports[3].useCoreTag = 1;
-    ports[3].egressRate = 13;
-    ports[3].limitMgmt = 1;
-    ports[3].countIfg = 1;
-    ports[3].countPre = 2;
-
-    ports[4].dot1qMode = 4;
-    ports[4].discardUntagged = 2;
-    ports[4].egressMode = 0xFFFFFFFF;
-    ports[4].egressRate = 0xFFFFFFFD;
+    for (size_t i = 0; i < Count; i++)
+        port->*fields[i] = values[i];
 }
+
+void set_ports(SW_Config *config, const Vlan_Settings (&rows)[SW_PORTS])
+{
+    for (int i = 0; i < SW_PORTS; i++) {
+        config->ports[i].vid = rows[i].vid;
+        set_fields(&config->ports[i], VLAN_FIELDS, rows[i].others);
+    }
+}
+
+void set_ports(SW_Config *config, const Qos_Settings (&rows)[SW_PORTS])
+{
+    for (int i = 0; i < SW_PORTS; i++) {
+        config->ports[i].portPrio = rows[i].portPrio;
+        set_fields(&config->ports[i], QOS_FIELDS, rows[i].others);
+    }
+}
+
+// clang-format off
+/* Values of every kind, inside and outside their lists. */
+constexpr Vlan_Settings VLAN_VALUES[] = {
+    {1,     {0, 0, 0, 0, 0, 0, 0,  0, 1, 1}},
+    {4095,  {1, 1, 1, 0, 1, 1, 1,  1, 0, 0}},
+    {65535, {2, 2, 2, 1, 2, 2, 12, 2, 0xFFFFFFFF, 1}},
+    {100,   {1, 3, 1, 1, 3, 1, 13, 1, 1, 2}},
+    {0,     {0, 4, 0, 2, 0xFFFFFFFF, 0, 0xFFFFFFFD, 0, 0, 0}}};
+// clang-format on
 
 // clang-format off
 #define VLAN_VALUE_ROWS \
@@ -89,13 +97,13 @@ void set_vlan_values(SW_Config *config)
 
 TEST_F(Tables, VlanTabShowsEveryKindOfValue)
 {
-    set_vlan_values(&running_);
+    set_ports(&running_, VLAN_VALUES);
     EXPECT_EQ(printed([&] { Print_Vlan_Tab(&control_); }), VLAN_TITLE VLAN_HEADER VLAN_VALUE_ROWS);
 }
 
 TEST_F(Tables, VlanRowsHaveNoTitle)
 {
-    set_vlan_values(&running_);
+    set_ports(&running_, VLAN_VALUES);
     EXPECT_EQ(printed([&] { Print_Vlan_Rows(&running_); }), VLAN_HEADER VLAN_VALUE_ROWS);
 }
 
@@ -109,35 +117,14 @@ TEST_F(Tables, VlanTabOfZeroes)
     EXPECT_EQ(printed([&] { Print_Vlan_Tab(&control_); }), VLAN_TITLE VLAN_HEADER ZERO_VLAN_ROWS);
 }
 
-void set_qos_values(SW_Config *config)
-{
-    SW_Port_Config *ports = config->ports;
-    ports[0].prioMapRule = 1;
-    ports[0].ipPrio = 1;
-    ports[0].userPrio = 1;
-    ports[0].portPrio = 7;
-
-    ports[1].pri0Rate = SW_Rate_512K;
-    ports[1].pri1Rate = 1;
-    ports[1].userPrio = 2;
-    ports[1].portPrio = 255;
-
-    ports[2].pri0Rate = SW_Rate_1M;
-    ports[2].pri2Rate = 1;
-    ports[2].ipPrio = 1;
-    ports[2].prioMapRule = 2;
-
-    ports[3].pri0Rate = SW_Rate_256M;
-    ports[3].pri3Rate = 1;
-    ports[3].pri1Rate = 2;
-    ports[3].ipPrio = 0xFFFFFFFF;
-
-    ports[4].pri0Rate = 13;
-    ports[4].pri2Rate = 2;
-    ports[4].pri3Rate = 2;
-    ports[4].userPrio = 1;
-    ports[4].portPrio = 10;
-}
+// clang-format off
+constexpr Qos_Settings QOS_VALUES[] = {
+    {{0,  0, 0, 0, 1, 1, 1}, 7},
+    {{3,  1, 0, 0, 0, 0, 2}, 255},
+    {{4,  0, 1, 0, 2, 1, 0}, 0},
+    {{12, 2, 0, 1, 0, 0xFFFFFFFF, 0}, 0},
+    {{13, 0, 2, 2, 0, 0, 1}, 10}};
+// clang-format on
 
 // clang-format off
 #define QOS_VALUE_ROWS \
@@ -150,13 +137,13 @@ void set_qos_values(SW_Config *config)
 
 TEST_F(Tables, QosTabShowsEveryKindOfValue)
 {
-    set_qos_values(&running_);
+    set_ports(&running_, QOS_VALUES);
     EXPECT_EQ(printed([&] { Print_Qos_Tab(&control_); }), QOS_TITLE QOS_HEADER QOS_VALUE_ROWS);
 }
 
 TEST_F(Tables, QosRowsHaveNoTitle)
 {
-    set_qos_values(&running_);
+    set_ports(&running_, QOS_VALUES);
     EXPECT_EQ(printed([&] { Print_Qos_Rows(&running_); }), QOS_HEADER QOS_VALUE_ROWS);
 }
 
