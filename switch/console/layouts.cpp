@@ -147,10 +147,10 @@ constexpr SW_Port_Table<SW_Port_Config> SW_PORTS_CONFIG_TABLE = {
     " %-4s |", PORTS_CONFIG_COLUMNS};
 
 constexpr SW_Port_Table<SW_Port_Config> SW_VLAN_TABLE = {
-    "===== VLAN Tab =====\n",
-    "Port|Port|Force   |Vlan Dot1q|Discard|Discard |Egress Mode    |Use Core|Egress Rate  |Limit|Count|Count\n"
-    "    |VID |Def. VID|Mode      |Tagged |Untagged|               |Tag     |             |MGMT |IFG  |Pre\n",
-    "%-4s|", VLAN_COLUMNS};
+  "===== VLAN Tab =====\n",
+  "Port|Port|Force   |Vlan Dot1q|Discard|Discard |Egress Mode    |Use Core|Egress Rate  |Limit|Count|Count\n"
+  "    |VID |Def. VID|Mode      |Tagged |Untagged|               |Tag     |             |MGMT |IFG  |Pre\n",
+  "%-4s|", VLAN_COLUMNS};
 
 constexpr SW_Port_Table<SW_Port_Config> SW_QOS_TABLE = {
     "===== QOS Tab =====\n",

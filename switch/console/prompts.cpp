@@ -28,7 +28,7 @@ struct Choice {
 
 // clang-format off
 constexpr Choice EGRESS_RATE = {
-    "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))",
+  "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))",
     RateDisplayText, SW_RATES - 1, false, true};
 constexpr Choice EGRESS_MODE = {
     "(0(Unmodify egress)/1(Untagged egress)/2(Tagged egress)/3(Add tag))",

@@ -75,19 +75,24 @@ protected:
 
 /* What the views show of these registers. */
 // clang-format off
-#define CHIP_VLAN_CPU  "CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
-#define CHIP_VLAN_LAN  "LAN |4095|True    |Fallback  |True   |False   |Untagged egress|True    |128K bits/sec|True |True |True \n"
-#define CHIP_VLAN_WAN  "WAN | 100|True    |Check     |False  |True    |Tagged egress  |False   |  8M bits/sec|False|False|False\n"
-#define CHIP_VLAN_SFP0 "SFP0|4094|False   |Secure    |True   |True    |Add tag        |False   |             |False|True |False\n"
-#define CHIP_VLAN_SFP1 "SFP1|   0|False   |Disable   |False  |False   |Unmodify egress|False   |             |False|False|True \n"
+#define CHIP_VLAN_CPU \
+  "CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
+#define CHIP_VLAN_LAN \
+  "LAN |4095|True    |Fallback  |True   |False   |Untagged egress|True    |128K bits/sec|True |True |True \n"
+#define CHIP_VLAN_WAN \
+  "WAN | 100|True    |Check     |False  |True    |Tagged egress  |False   |  8M bits/sec|False|False|False\n"
+#define CHIP_VLAN_SFP0 \
+  "SFP0|4094|False   |Secure    |True   |True    |Add tag        |False   |             |False|True |False\n"
+#define CHIP_VLAN_SFP1 \
+  "SFP1|   0|False   |Disable   |False  |False   |Unmodify egress|False   |             |False|False|True \n"
 #define CHIP_VLAN_ROWS CHIP_VLAN_CPU CHIP_VLAN_LAN CHIP_VLAN_WAN CHIP_VLAN_SFP0 CHIP_VLAN_SFP1
 
 #define CHIP_QOS_ROWS \
-    "CPU  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
-    "LAN  | 128K bits/sec | True     | True     | True     | True        | True    | True      |         7\n" \
-    "WAN  |   1M bits/sec | True     | False    | False    | False       | True    | False     |         1\n" \
-    "SFP0 | 256M bits/sec | False    | True     | False    | True        | False   | True      |         3\n" \
-    "SFP1 |               | False    | False    | True     | True        | False   | False     |         4\n"
+  "CPU  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
+  "LAN  | 128K bits/sec | True     | True     | True     | True        | True    | True      |         7\n" \
+  "WAN  |   1M bits/sec | True     | False    | False    | False       | True    | False     |         1\n" \
+  "SFP0 | 256M bits/sec | False    | True     | False    | True        | False   | True      |         3\n" \
+  "SFP1 |               | False    | False    | True     | True        | False   | False     |         4\n"
 
 #define CHIP_VTU_ROWS VTU_HEADER \
     "    1 | None       | None       | None       | None       | None      \n" \

@@ -44,7 +44,7 @@ const View VIEWS[] = {
     {"VlanTab", Dev_Vlan_Tab, VLAN_TITLE VLAN_HEADER CHIP_VLAN_ROWS, VLAN_TITLE VLAN_HEADER ZERO_VLAN_ROWS},
     {"VlanRows", Dev_Vlan_Rows, VLAN_HEADER CHIP_VLAN_ROWS, VLAN_HEADER ZERO_VLAN_ROWS},
     {"VlanRow", lan_row, CHIP_VLAN_LAN,
-     "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n"},
+"LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n"},
     {"VtuTab", Dev_Vtu_Tab, VTU_TITLE CHIP_VTU_ROWS, VTU_TITLE "No VTU Entries\n"},
     {"VtuRows", Dev_Vtu_Rows, CHIP_VTU_ROWS, "No VTU Entries\n"},
     {"QosTab", Dev_Qos_Tab, QOS_TITLE QOS_HEADER CHIP_QOS_ROWS, QOS_TITLE QOS_HEADER ZERO_QOS_ROWS},

@@ -114,7 +114,8 @@ const Row ROWS[] = {
     {"NineteenCharactersLeaveTheLast", Ask_Int_Range, "0", 0, 4, "0,1,2,3,4,0,1,2,3,4\n", true, "", "0,1,2,3,4,0,1,2,3,",
      {0, 1, 2, 3, 4, 0, 1, 2, 3}, "4\n"},
     {"ThirtyCharacters", Ask_Int_Range, "0", 0, 4, "111111111111111111111111111111\n", false,
-     "Int_Range_To_Int_List:835: - Failed (c2: '1' 0x31)\nRange: 111111111111111111 - bad value\n", "0", BEFORE, "111111111111\n"},
+        "Int_Range_To_Int_List:835: - Failed (c2: '1' 0x31)\nRange: 111111111111111111 - bad value\n",
+        "0", BEFORE, "111111111111\n"},
 
     {"Range", Ask_Range_Vector, "0", 0, 4, "1-3\nnext\n", true, "", "1-3", {1, 2, 3}, "next\n"},
     {"SortsWithoutRepeats", Ask_Range_Vector, "0", 0, 4, "4,0,4\n", true, "", "4,0,4", {0, 4}},

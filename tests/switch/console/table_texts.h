@@ -8,8 +8,8 @@
 
 #define VLAN_TITLE "===== VLAN Tab =====\n"
 #define VLAN_HEADER \
-    "Port|Port|Force   |Vlan Dot1q|Discard|Discard |Egress Mode    |Use Core|Egress Rate  |Limit|Count|Count\n" \
-    "    |VID |Def. VID|Mode      |Tagged |Untagged|               |Tag     |             |MGMT |IFG  |Pre\n"
+"Port|Port|Force   |Vlan Dot1q|Discard|Discard |Egress Mode    |Use Core|Egress Rate  |Limit|Count|Count\n" \
+"    |VID |Def. VID|Mode      |Tagged |Untagged|               |Tag     |             |MGMT |IFG  |Pre\n"
 
 #define VTU_TITLE "===== VTU Tab =====\n"
 #define VTU_HEADER "  VID | CPU        | LAN        | WAN        | SFP0       | SFP1      \n"
@@ -25,18 +25,18 @@
 
 /* The tables of a record that is all zero. */
 #define ZERO_VLAN_ROWS \
-    "CPU |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
-    "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
-    "WAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
-    "SFP0|   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
-    "SFP1|   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n"
+"CPU |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
+"LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
+"WAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
+"SFP0|   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n" \
+"SFP1|   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n"
 
 #define ZERO_QOS_ROWS \
-    "CPU  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
-    "LAN  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
-    "WAN  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
-    "SFP0 |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
-    "SFP1 |   Not limited | False    | False    | False    | False       | False   | False     |         0\n"
+  "CPU  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
+  "LAN  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
+  "WAN  |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
+  "SFP0 |   Not limited | False    | False    | False    | False       | False   | False     |         0\n" \
+  "SFP1 |   Not limited | False    | False    | False    | False       | False   | False     |         0\n"
 
 #define ZERO_COS_TABLES \
     "User_priority Traff_class:\n" \
@@ -67,7 +67,21 @@
     "SFP0: Failed  (VID:0)\n" \
     "SFP1: Failed  (VID:0)\n"
 
-/* The traffic classes of the factory settings. */
+/* The tables of the factory settings. */
+#define FACTORY_VLAN_ROWS \
+"CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
+"LAN |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
+"WAN |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
+"SFP0|   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
+"SFP1|   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
+
+#define FACTORY_QOS_ROWS \
+  "CPU  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n" \
+  "LAN  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n" \
+  "WAN  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n" \
+  "SFP0 |   Not limited | False    | False    | False    | True        | True    | True      |         0\n" \
+  "SFP1 |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
+
 #define FACTORY_COS_TABLES \
     "User_priority Traff_class:\n" \
     " 0  1 |  1  0 |  2  0 |  3  1 |  4  2 |  5  2 |  6  3 |  7  3\n" \
@@ -80,4 +94,13 @@
     "40  2 | 41  2 | 42  2 | 43  2 | 44  2 | 45  2 | 46  2 | 47  2\n" \
     "48  3 | 49  3 | 50  3 | 51  3 | 52  3 | 53  3 | 54  3 | 55  3\n" \
     "56  3 | 57  3 | 58  3 | 59  3 | 60  3 | 61  3 | 62  3 | 63  3\n"
+
+#define FACTORY_VLAN_SUMMARY \
+    "\n" \
+    "Existing VLANs:<none>\n" \
+    "CPU : Default (VID:1(untagged))\n" \
+    "LAN : Default (VID:1(untagged))\n" \
+    "WAN : Default (VID:1(untagged))\n" \
+    "SFP0: Default (VID:1(untagged))\n" \
+    "SFP1: Default (VID:1(untagged))\n"
 // clang-format on

@@ -88,11 +88,11 @@ constexpr Vlan_Settings VLAN_VALUES[] = {
 
 // clang-format off
 #define VLAN_VALUE_ROWS \
-    "CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
-    "LAN |4095|True    |Fallback  |True   |False   |Untagged egress|True    |128K bits/sec|True |False|False\n" \
-    "WAN |65535|False   |Check     |False  |True    |Tagged egress  |False   |256M bits/sec|False|False|True \n" \
-    "SFP0| 100|True    |Secure    |True   |True    |Add tag        |True    |             |True |True |False\n" \
-    "SFP1|   0|False   |          |False  |False   |               |False   |             |False|False|False\n"
+"CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n" \
+"LAN |4095|True    |Fallback  |True   |False   |Untagged egress|True    |128K bits/sec|True |False|False\n" \
+"WAN |65535|False   |Check     |False  |True    |Tagged egress  |False   |256M bits/sec|False|False|True \n" \
+"SFP0| 100|True    |Secure    |True   |True    |Add tag        |True    |             |True |True |False\n" \
+"SFP1|   0|False   |          |False  |False   |               |False   |             |False|False|False\n"
 // clang-format on
 
 TEST_F(Tables, VlanTabShowsEveryKindOfValue)
@@ -128,11 +128,11 @@ constexpr Qos_Settings QOS_VALUES[] = {
 
 // clang-format off
 #define QOS_VALUE_ROWS \
-    "CPU  |   Not limited | False    | False    | False    | True        | True    | True      |         7\n" \
-    "LAN  | 512K bits/sec | True     | False    | False    | False       | False   | False     |       255\n" \
-    "WAN  |   1M bits/sec | False    | True     | False    | False       | True    | False     |         0\n" \
-    "SFP0 | 256M bits/sec | False    | False    | True     | False       | False   | False     |         0\n" \
-    "SFP1 |               | False    | False    | False    | False       | False   | True      |        10\n"
+  "CPU  |   Not limited | False    | False    | False    | True        | True    | True      |         7\n" \
+  "LAN  | 512K bits/sec | True     | False    | False    | False       | False   | False     |       255\n" \
+  "WAN  |   1M bits/sec | False    | True     | False    | False       | True    | False     |         0\n" \
+  "SFP0 | 256M bits/sec | False    | False    | True     | False       | False   | False     |         0\n" \
+  "SFP1 |               | False    | False    | False    | False       | False   | True      |        10\n"
 // clang-format on
 
 TEST_F(Tables, QosTabShowsEveryKindOfValue)
@@ -212,53 +212,70 @@ const Column COLUMNS[] = {
         " LAN  | Speed 10Mbps and Half duplex  \n",
         " LAN  |                               \n"}},
     {"EgressRate", Print_Vlan_Rows, &SW_Port_Config::egressRate, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |", "|False|False|False\n", RATE_CELLS)},
+        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |",
+        "|False|False|False\n", RATE_CELLS)},
     {"Pri0Rate", Print_Qos_Rows, &SW_Port_Config::pri0Rate, wrapped(
-        "LAN  | ", " | False    | False    | False    | False       | False   | False     |         0\n", RATE_CELLS)},
+        "LAN  | ",
+        " | False    | False    | False    | False       | False   | False     |         0\n", RATE_CELLS)},
     {"Dot1qMode", Print_Vlan_Rows, &SW_Port_Config::dot1qMode, wrapped(
-        "LAN |   0|False   |", "|False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n",
+        "LAN |   0|False   |",
+        "|False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n",
         {"Disable   ", "Fallback  ", "Check     ", "Secure    ", "          "})},
     {"EgressMode", Print_Vlan_Rows, &SW_Port_Config::egressMode, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |", "|False   |  Not limited|False|False|False\n",
+        "LAN |   0|False   |Disable   |False  |False   |",
+        "|False   |  Not limited|False|False|False\n",
         {"Unmodify egress", "Untagged egress", "Tagged egress  ", "Add tag        ", "               "})},
     {"ForceDefaultVid", Print_Vlan_Rows, &SW_Port_Config::vidForceDefault, wrapped(
-        "LAN |   0|", "|Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n",
+        "LAN |   0|",
+        "|Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|False\n",
         {"False   ", "True    ", "False   "})},
     {"DiscardTagged", Print_Vlan_Rows, &SW_Port_Config::discardTagged, wrapped(
-        "LAN |   0|False   |Disable   |", "|False   |Unmodify egress|False   |  Not limited|False|False|False\n",
+        "LAN |   0|False   |Disable   |",
+        "|False   |Unmodify egress|False   |  Not limited|False|False|False\n",
         {"False  ", "True   ", "False  "})},
     {"DiscardUntagged", Print_Vlan_Rows, &SW_Port_Config::discardUntagged, wrapped(
-        "LAN |   0|False   |Disable   |False  |", "|Unmodify egress|False   |  Not limited|False|False|False\n",
+        "LAN |   0|False   |Disable   |False  |",
+        "|Unmodify egress|False   |  Not limited|False|False|False\n",
         {"False   ", "True    ", "False   "})},
     {"UseCoreTag", Print_Vlan_Rows, &SW_Port_Config::useCoreTag, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|", "|  Not limited|False|False|False\n",
+        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|",
+        "|  Not limited|False|False|False\n",
         {"False   ", "True    ", "False   "})},
     {"LimitMgmt", Print_Vlan_Rows, &SW_Port_Config::limitMgmt, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|", "|False|False\n",
+        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|",
+        "|False|False\n",
         {"False", "True ", "False"})},
     {"CountIfg", Print_Vlan_Rows, &SW_Port_Config::countIfg, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|", "|False\n",
+        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|",
+        "|False\n",
         {"False", "True ", "False"})},
     {"CountPre", Print_Vlan_Rows, &SW_Port_Config::countPre, wrapped(
-        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|", "\n",
+        "LAN |   0|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|False|",
+        "\n",
         {"False", "True ", "False"})},
     {"Pri1Rate", Print_Qos_Rows, &SW_Port_Config::pri1Rate, wrapped(
-        "LAN  |   Not limited | ", " | False    | False    | False       | False   | False     |         0\n",
+        "LAN  |   Not limited | ",
+        " | False    | False    | False       | False   | False     |         0\n",
         {"False   ", "True    ", "False   "})},
     {"Pri2Rate", Print_Qos_Rows, &SW_Port_Config::pri2Rate, wrapped(
-        "LAN  |   Not limited | False    | ", " | False    | False       | False   | False     |         0\n",
+        "LAN  |   Not limited | False    | ",
+        " | False    | False       | False   | False     |         0\n",
         {"False   ", "True    ", "False   "})},
     {"Pri3Rate", Print_Qos_Rows, &SW_Port_Config::pri3Rate, wrapped(
-        "LAN  |   Not limited | False    | False    | ", " | False       | False   | False     |         0\n",
+        "LAN  |   Not limited | False    | False    | ",
+        " | False       | False   | False     |         0\n",
         {"False   ", "True    ", "False   "})},
     {"PrioMapRule", Print_Qos_Rows, &SW_Port_Config::prioMapRule, wrapped(
-        "LAN  |   Not limited | False    | False    | False    | ", " | False   | False     |         0\n",
+        "LAN  |   Not limited | False    | False    | False    | ",
+        " | False   | False     |         0\n",
         {"False      ", "True       ", "False      "})},
     {"IpPrio", Print_Qos_Rows, &SW_Port_Config::ipPrio, wrapped(
-        "LAN  |   Not limited | False    | False    | False    | False       | ", " | False     |         0\n",
+        "LAN  |   Not limited | False    | False    | False    | False       | ",
+        " | False     |         0\n",
         {"False  ", "True   ", "False  "})},
     {"UserPrio", Print_Qos_Rows, &SW_Port_Config::userPrio, wrapped(
-        "LAN  |   Not limited | False    | False    | False    | False       | False   | ", " |         0\n",
+        "LAN  |   Not limited | False    | False    | False    | False       | False   | ",
+        " |         0\n",
         {"False    ", "True     ", "False    "})},
 };
 // clang-format on
@@ -408,27 +425,11 @@ TEST_F(Tables, RunningConfigOfTheFactorySettings)
               PORTS_CONFIG_TITLE PORTS_CONFIG_HEADER
               " LAN  | Auto for both speed and duplex\n"
               " WAN  | Auto for both speed and duplex\n"
-              VLAN_TITLE VLAN_HEADER
-              "CPU |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
-              "LAN |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
-              "WAN |   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
-              "SFP0|   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
-              "SFP1|   1|False   |Disable   |False  |False   |Unmodify egress|False   |  Not limited|False|True |True \n"
+              VLAN_TITLE VLAN_HEADER FACTORY_VLAN_ROWS
               VTU_TITLE "No VTU Entries\n"
-              QOS_TITLE QOS_HEADER
-              "CPU  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
-              "LAN  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
-              "WAN  |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
-              "SFP0 |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
-              "SFP1 |   Not limited | False    | False    | False    | True        | True    | True      |         0\n"
+              QOS_TITLE QOS_HEADER FACTORY_QOS_ROWS
               COS_TITLE FACTORY_COS_TABLES
-              "\n"
-              "Existing VLANs:<none>\n"
-              "CPU : Default (VID:1(untagged))\n"
-              "LAN : Default (VID:1(untagged))\n"
-              "WAN : Default (VID:1(untagged))\n"
-              "SFP0: Default (VID:1(untagged))\n"
-              "SFP1: Default (VID:1(untagged))\n");
+              FACTORY_VLAN_SUMMARY);
 }
 
 TEST_F(Tables, RunningConfigOfZeroes)

@@ -31,7 +31,8 @@ constexpr Ask ASK_MEMBER_TAG = widened<uint8_t, Ask_Member_Tag>;
 constexpr Ask ASK_NUMBER = widened<uint16_t, Ask_Number>;
 
 // clang-format off
-#define RATES "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))"
+#define RATES \
+  "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))"
 #define EGRESS_MODES "(0(Unmodify egress)/1(Untagged egress)/2(Tagged egress)/3(Add tag))"
 #define DOT1Q_MODES "(0(Disable)/1(Fallback)/2(Check)/3(Secure))"
 #define AUTO_MODES \
