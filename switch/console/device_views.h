@@ -21,6 +21,10 @@ void Dev_Vtu_Tab(SW_Control *control);
 void Dev_Qos_Tab(SW_Control *control);
 void Dev_Cos_Tab(SW_Control *control);
 
+/* Dev_Vtu_Tab: reading empties the image's VLAN table first, so that what the chip lost does not
+ * stay in it; when the chip's entries cannot be counted, the image keeps its table. A walk that
+ * fails ends it with the entries up to there. */
+
 /* When printing, the summary of the VLAN membership over the device image; reads nothing. */
 void Dev_Vlan_Properties(const SW_Control *control);
 
