@@ -12,14 +12,13 @@
 inline constexpr uint32_t A_NEWER_LAYOUT = 0x7ef9fe03;
 inline constexpr uint32_t B_NEWER_LAYOUT = 0x800;
 
-inline constexpr uint32_t A_VLAN = 0x7efffd97;        /* VLAN table, 802.1Q, forced VLAN ID */
-inline constexpr uint32_t A_DISCARD = 0x7efff800;     /* discard tagged, untagged */
-inline constexpr uint32_t A_EGRESS_MODE = 0x7effffd7; /* egress mode, priority operations */
-inline constexpr uint32_t A_ADD_TAG = 0x7efdafd6;     /* egress mode GT_ADD_TAG */
-inline constexpr uint32_t A_CORE_TAG = 0x1f800;       /* core tag */
-inline constexpr uint32_t A_INGRESS_RATE = 0x1ffd0;   /* priority rates, bytes count */
-inline constexpr uint32_t A_PRI123_REGISTER_9 =
-    0x7ef9fc03;                                          /* priority 1 to 3 flags in register 9 */
+inline constexpr uint32_t A_VLAN = 0x7efffd97;           /* VLAN table, 802.1Q, forced VLAN ID */
+inline constexpr uint32_t A_DISCARD = 0x7efff800;        /* discard tagged, untagged */
+inline constexpr uint32_t A_EGRESS_MODE = 0x7effffd7;    /* egress mode, priority operations */
+inline constexpr uint32_t A_ADD_TAG = 0x7efdafd6;        /* egress mode GT_ADD_TAG */
+inline constexpr uint32_t A_CORE_TAG = 0x1f800;          /* core tag */
+inline constexpr uint32_t A_INGRESS_RATE = 0x1ffd0;      /* priority rates, bytes count */
+inline constexpr uint32_t A_PRI123_FLAGS = 0x7ef9fc03;   /* priority 1 to 3 flags in register 9 */
 inline constexpr uint32_t A_PRI0_DIVISOR = 0x7ef9fc00;   /* priority 0 rate as a divisor */
 inline constexpr uint32_t A_EGRESS_RATE = 0x7effafd0;    /* egress rate */
 inline constexpr uint32_t A_EGRESS_DIVISOR = 0x7ef9fe00; /* egress rate as a divisor */

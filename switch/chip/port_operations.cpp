@@ -64,8 +64,7 @@ constexpr Family_Test DISCARD = {Family_Compare::ANY, A_DISCARD, B_GROUP, 0};
 constexpr Family_Test CORE_TAG = {Family_Compare::ANY, A_CORE_TAG, 0, 0};
 constexpr Family_Test RATE_FLAGS = {Family_Compare::ANY, A_INGRESS_RATE, 0, 0};
 /* One bit away from the newer layout: meant. */
-constexpr Family_Test RATE_FLAGS_9 = {Family_Compare::ABOVE_3, A_PRI123_REGISTER_9, B_NEWER_LAYOUT,
-                                      0};
+constexpr Family_Test RATE_FLAGS_9 = {Family_Compare::ABOVE_3, A_PRI123_FLAGS, B_NEWER_LAYOUT, 0};
 constexpr Family_Test LINK_11 = {Family_Compare::ANY, A_LINK_BIT_11, B_NEWER_LAYOUT, 0};
 
 // clang-format off
@@ -143,8 +142,11 @@ int get_link_fact(SW_Device *device, uint32_t port, Port_Field id, uint32_t PHY_
 {
     uint8_t hardware_port = 0;
     int status = Check_Port(device, port, value, FAMILY_ALWAYS, &hardware_port);
-    if (status != SW_STATUS_OK || !Family_Passes(FAMILY_EXTENDED, *device)) {
-        return status == SW_STATUS_OK ? get_field(device, port, id, value) : status;
+    if (status != SW_STATUS_OK) {
+        return status;
+    }
+    if (!Family_Passes(FAMILY_EXTENDED, *device)) {
+        return get_field(device, port, id, value);
     }
     PHY_Link link = {};
     status = PHY_Read_Link(device, hardware_port, &link);
