@@ -93,7 +93,7 @@ void remove_files()
 
 void set_bytes(benchmark::State &state, const std::string &text)
 {
-    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
 }
 
 void load(benchmark::State &state, const std::string &path)
