@@ -49,6 +49,7 @@ function(gateway_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         gateway_options ${arg_LINKS} test_support GTest::gmock GTest::gtest_main)
+    target_precompile_headers(${name} REUSE_FROM test_support)
     if(GATEWAY_TEST_PER_PROGRAM)
         if(NOT arg_SECONDS)
             set(arg_SECONDS 300)
