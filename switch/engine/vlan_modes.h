@@ -17,11 +17,13 @@
  * it.
  *
  * Nothing here reads the console. A console key asks its questions in their order and hands over
- * the answers; the operations print what follows from an answer: access    ports, VID ->
- * SW_Set_Access_Mode trunk     ports, VID -> SW_Vid_In_Range, tag all, VLAN range ->
- * SW_Report_Allowed_Vlans
+ * the answers; the operations print what follows from an answer:
+ *
+ *   access    ports, VID -> SW_Set_Access_Mode
+ *   trunk     ports, VID -> SW_Vid_In_Range, tag all, VLAN range -> SW_Report_Allowed_Vlans
  *             -> SW_Set_Trunk_Mode
  *   default   ports -> SW_Set_Default_Mode
+ *
  * A question's default belongs to a copy of the first port's setting: nothing is edited before all
  * answers are good.
  *
