@@ -51,6 +51,7 @@ bool SW_Rebuild_VTU(SW_Control *control, const SW_Vlan_Entry *vlans, uint32_t vl
 bool SW_Apply_Port(SW_Control *control, int port, const SW_Port_Config *newPort,
                    const SW_Port_Config *oldPort, bool log);
 
-/* Write the traffic class of the user priorities, of the DSCPs 0 to `entries` - 1. */
+/* Write the traffic class of the user priorities, of the DSCPs 0 to `entries` - 1, as many of which
+ * `table` holds. Each DSCP is written twice; a failure of the first write is not noticed. */
 bool SW_Apply_User_Prio_Map(SW_Control *control, const uint8_t *table, int entries);
 bool SW_Apply_Dscp_Map(SW_Control *control, const uint8_t *table, int entries);
