@@ -18,7 +18,7 @@ struct Log_Field {
     Shown_As shownAs;
 };
 
-inline constexpr int MAX_FIELDS = 3;
+constexpr int MAX_FIELDS = 3;
 
 /* One driver setting of a port: how it is written, what its failure line calls it, and the fields
  * that it carries; fields without a text are not there. */
