@@ -1,12 +1,15 @@
 #include "switch/config/keywords.h"
 #include "switch/engine/apply.h"
+#include "switch/engine/bring_up.h"
 #include "switch/engine/commands.h"
+#include "switch/engine/existing_vlans.h"
 #include "switch/engine/vlan_modes.h"
 #include "tests/support/startup_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/switch/engine/board.h"
 
-#include <cstring>
+#include <numeric>
+#include <vector>
 
 namespace
 {
@@ -237,6 +240,82 @@ TEST_F(Sequence, FullConfigurationShowsNotApplied)
     quietly([&] { SW_Configure(&control_, false); });
     EXPECT_EQ(written(), "VLANs CPU LAN WAN SFP0 SFP1 ");
     EXPECT_EQ(marks(), "NOT applied, NOT saved");
+}
+
+/* The membership that a VLAN has on the chip: a digit for each of the chip ports 3 to 0. */
+constexpr uint16_t NOBODY = 0x1111;
+
+TEST_F(Sequence, NewVlansReachTheChipWithTheMembersThatTheirPortsRegain)
+{
+    write_factory_file();
+    start();
+    const int32_t lan[] = {1};
+    const int32_t wan[] = {2};
+    const int32_t existing[] = {10, 11, 12};
+    std::vector<int32_t> allowed(11);
+    std::iota(allowed.begin(), allowed.end(), 10);
+    quietly([&] {
+        SW_Set_Access_Mode(&control_, lan, 10);
+        SW_Set_Trunk_Mode(&control_, wan, 1, false, {"10-20", allowed});
+        SW_Set_Existing_Vlans(&control_, existing, true);
+        SW_Apply_Vlan_Port_Modes(&control_, true);
+    });
+    apply();
+    EXPECT_EQ(written(), "VLANs LAN WAN ");
+    EXPECT_EQ(vlans_on_chip(), "10 11 12");
+    EXPECT_EQ(chip_.vlans.entries[10].data[0], 0x1123);
+    EXPECT_EQ(chip_.vlans.entries[11].data[0], 0x1113);
+    EXPECT_EQ(chip_.vlans.entries[12].data[0], 0x1113);
+    EXPECT_EQ(running_.vlans[20].vtu.memberTagP[0], SW_Member_Tag_TAGGED);
+    EXPECT_EQ(running_.vlans[20].defined, 0);
+}
+
+TEST_F(Sequence, TrunkOfAllVlansIsAMemberOnTheChipFromTheNextRebuildOn)
+{
+    write_factory_file();
+    start();
+    const int32_t lan[] = {1};
+    const int32_t existing[] = {10};
+    std::vector<int32_t> allowed(4095);
+    std::iota(allowed.begin(), allowed.end(), 1);
+    quietly([&] {
+        SW_Set_Existing_Vlans(&control_, existing, false);
+        SW_Set_Trunk_Mode(&control_, lan, 1, false, {"1-4095", allowed});
+    });
+    apply();
+    EXPECT_EQ(chip_.vlans.entries[10].data[0], NOBODY);
+    EXPECT_EQ(running_.vlans[10].vtu.memberTagP[1], SW_Member_Tag_TAGGED);
+    apply();
+    EXPECT_EQ(written(), "");
+    define_vlan(&running_, 11);
+    apply();
+    EXPECT_EQ(chip_.vlans.entries[10].data[0], 0x1131);
+}
+
+/* Global register 4, whose bit 10 stands for large frames. */
+constexpr uint16_t SMALL_FRAMES = 0x0000;
+constexpr uint16_t LARGE_FRAMES = 0x0400;
+
+TEST_F(Sequence, LargeFramesOfAReInitStayUntilTheFullConfiguration)
+{
+    folder_.write("startup.ini", "[SW_COMMON]\nMAX_FRAME_SIZE = 1522\n");
+    start();
+    quietly([&] { SW_ReInit(&control_); });
+    EXPECT_EQ(marks(), "applied, saved");
+    apply();
+    EXPECT_EQ(chip_.global[4], LARGE_FRAMES);
+    quietly([&] { SW_Configure(&control_, false); });
+    EXPECT_EQ(chip_.global[4], SMALL_FRAMES);
+}
+
+TEST_F(Sequence, LargeFramesOfAReInitStayUntilTheFrameSizeIsEdited)
+{
+    folder_.write("startup.ini", "[SW_COMMON]\nMAX_FRAME_SIZE = 1632\n");
+    start();
+    quietly([&] { SW_ReInit(&control_); });
+    running_.maxFrameSize = 0;
+    apply();
+    EXPECT_EQ(chip_.global[4], SMALL_FRAMES);
 }
 
 } // namespace
