@@ -1,0 +1,137 @@
+#include "tests/end_to_end/console/session.h"
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <poll.h>
+#include <pty.h>
+#include <stdexcept>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int TEN_SECONDS = 10000;
+
+[[noreturn]] void become(const std::vector<std::string> &arguments)
+{
+    std::vector<char *> list = {const_cast<char *>(SWITCH_CONSOLE)};
+    for (const std::string &argument : arguments)
+        list.push_back(const_cast<char *>(argument.c_str()));
+    list.push_back(nullptr);
+    execv(SWITCH_CONSOLE, list.data());
+    _exit(127);
+}
+
+std::string read_from_start(int file)
+{
+    std::string text;
+    char block[65536];
+    ssize_t got = 0;
+    lseek(file, 0, SEEK_SET);
+    while ((got = read(file, block, sizeof block)) > 0)
+        text.append(block, static_cast<size_t>(got));
+    close(file);
+    return text;
+}
+
+int wait_for_end(int process)
+{
+    int status = -1;
+    waitpid(process, &status, 0);
+    return status;
+}
+
+} // namespace
+
+Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::string &typed)
+{
+    int ends[2];
+    const int output = memfd_create("output", MFD_CLOEXEC);
+    const int errors = memfd_create("errors", MFD_CLOEXEC);
+    if (output < 0 || errors < 0 || pipe(ends) != 0)
+        throw std::runtime_error("no files");
+    if (write(ends[1], typed.data(), typed.size()) != static_cast<ssize_t>(typed.size()))
+        throw std::runtime_error("the pipe is too small");
+    close(ends[1]);
+    std::fflush(nullptr);
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(ends[0], 0);
+        dup2(output, 1);
+        dup2(errors, 2);
+        become(arguments);
+    }
+    close(ends[0]);
+    const int status = wait_for_end(process);
+    return {status, read_from_start(output), read_from_start(errors)};
+}
+
+Terminal_Session::Terminal_Session(const std::vector<std::string> &arguments)
+    : terminal_(-1), process_(-1)
+{
+    /* An ordinary terminal: whole lines, Ctrl-C and Ctrl-D. */
+    termios settings = {};
+    settings.c_lflag = ICANON | ISIG;
+    settings.c_cflag = CS8 | CREAD;
+    settings.c_cc[VINTR] = 3;
+    settings.c_cc[VEOF] = 4;
+    cfsetispeed(&settings, B38400);
+    cfsetospeed(&settings, B38400);
+    std::fflush(nullptr);
+    process_ = forkpty(&terminal_, nullptr, &settings, nullptr);
+    if (process_ == 0)
+        become(arguments);
+    if (process_ < 0)
+        throw std::runtime_error("no terminal");
+}
+
+Terminal_Session::~Terminal_Session()
+{
+    if (process_ > 0) {
+        kill(process_, SIGKILL);
+        wait_for_end(process_);
+    }
+    close(terminal_);
+}
+
+void Terminal_Session::type(const std::string &text) const
+{
+    if (write(terminal_, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+        throw std::runtime_error("the terminal takes no input");
+}
+
+/* False when nothing came for ten seconds, or nothing can come any more. */
+bool Terminal_Session::read_more()
+{
+    pollfd waiting = {terminal_, POLLIN, 0};
+    if (poll(&waiting, 1, TEN_SECONDS) <= 0)
+        return false;
+    char block[4096];
+    const ssize_t got = read(terminal_, block, sizeof block);
+    if (got > 0)
+        shown.append(block, static_cast<size_t>(got));
+    return got > 0;
+}
+
+void Terminal_Session::wait_for(size_t length)
+{
+    while (shown.size() < length && read_more()) {
+    }
+}
+
+int Terminal_Session::finish()
+{
+    while (read_more()) {
+    }
+    /* A program that hangs is ended by the destructor. */
+    int status = -1;
+    for (int tries = 0; tries < 1000 && waitpid(process_, &status, WNOHANG) == 0; tries++)
+        usleep(10000);
+    if (status != -1)
+        process_ = -1;
+    return status;
+}
