@@ -6,6 +6,7 @@
 #include "switch/console/main_menu.h"
 #include "switch/engine/wait.h"
 #include "tests/support/startup_file.h"
+#include "tests/support/temporary_folder.h"
 
 #include <benchmark/benchmark.h>
 
@@ -28,46 +29,24 @@ SW_Sys_Config sys_config;
 Sim_Chip chip;
 Sim_Layer seam;
 
+constexpr int ENTERS = 50;
+
 /* The file with all VLANs, and lines for an operator who presses Enter. */
 struct Files {
-    std::string folder;
+    Temporary_Folder folder;
     std::string startup;
     std::string enters;
 };
 
-constexpr int ENTERS = 50;
-
-void write_file(const std::string &path, const std::string &text)
-{
-    FILE *file = fopen(path.c_str(), "w");
-    if (file == nullptr || fwrite(text.data(), 1, text.size(), file) != text.size() ||
-        fclose(file) != 0)
-        abort();
-}
-
-Files make_files()
-{
-    char folder[] = "/dev/shm/bench_console_XXXXXX";
-    if (mkdtemp(folder) == nullptr)
-        abort();
-    Files files = {folder, std::string(folder) + "/all_vlans.cfg", std::string(folder) + "/enters"};
-    SetAllVlans(&running);
-    write_file(files.startup, StartupFileText(running));
-    write_file(files.enters, std::string(ENTERS, '\n'));
-    return files;
-}
-
 const Files &files()
 {
-    static const Files made = make_files();
+    static Files made;
+    if (made.startup.empty()) {
+        SetAllVlans(&running);
+        made.startup = made.folder.write("all_vlans.cfg", StartupFileText(running));
+        made.enters = made.folder.write("enters", std::string(ENTERS, '\n'));
+    }
     return made;
-}
-
-void remove_files()
-{
-    unlink(files().startup.c_str());
-    unlink(files().enters.c_str());
-    rmdir(files().folder.c_str());
 }
 
 /* Sends what the console prints to nowhere. */
@@ -146,6 +125,5 @@ int main(int count, char **arguments)
     Sim_Seam_Install(&seam, &chip);
     SW_Install_Wait({no_wait, nullptr});
     benchmark::RunSpecifiedBenchmarks();
-    remove_files();
     return 0;
 }

@@ -23,11 +23,11 @@ void SW_Act_Reinit(SW_Menu_Visit &visit);
 
 // clang-format off
 inline constexpr SW_Menu_Key SW_SAVE_KEY =
-    {'s', SW_Letters::BOTH_CASES, "s. Switch: Save Running Config To Startup Config", nullptr, SW_Act_Save, SW_After::NO_REPRINT};
+    {'s', SW_Letters::BOTH_CASES, SW_After::NO_REPRINT, "s. Switch: Save Running Config To Startup Config", nullptr, SW_Act_Save};
 inline constexpr SW_Menu_Key SW_LOAD_KEY =
-    {'l', SW_Letters::BOTH_CASES, "l. Switch: Load Startup Config To Running Config", nullptr, SW_Act_Load, SW_After::NO_REPRINT};
+    {'l', SW_Letters::BOTH_CASES, SW_After::NO_REPRINT, "l. Switch: Load Startup Config To Running Config", nullptr, SW_Act_Load};
 inline constexpr SW_Menu_Key SW_FACTORY_KEY =
-    {'d', SW_Letters::BOTH_CASES, "d. Switch: Reset Running Config To Factory Settings", nullptr, SW_Act_Factory, SW_After::NO_REPRINT};
+    {'d', SW_Letters::BOTH_CASES, SW_After::NO_REPRINT, "d. Switch: Reset Running Config To Factory Settings", nullptr, SW_Act_Factory};
 inline constexpr SW_Menu_Key SW_REINIT_KEY =
-    {'r', SW_Letters::BOTH_CASES, "r. Switch: ReInit", nullptr, SW_Act_Reinit, SW_After::NO_REPRINT};
+    {'r', SW_Letters::BOTH_CASES, SW_After::NO_REPRINT, "r. Switch: ReInit", nullptr, SW_Act_Reinit};
 // clang-format on

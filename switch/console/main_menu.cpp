@@ -66,22 +66,22 @@ using enum SW_After;
 
 // clang-format off
 constexpr SW_Menu_Key KEYS[] = {
-    {'1', AS_WRITTEN, "1. Set Max Frame Size (", print_max_frame_size, set_max_frame_size, NO_REPRINT},
-    {'2', AS_WRITTEN, "2. Get Ports Status =dev=", nullptr, print_ports_status, NO_REPRINT},
-    {'3', AS_WRITTEN, "3. Set Ports", nullptr, open_menu<Ports_Setting_Menu>, REPRINT},
-    {'4', AS_WRITTEN, "4. Get VLAN Tab =dev=", nullptr, print_vlan_tab, NO_REPRINT},
-    {'5', AS_WRITTEN, "5. Set VLAN Tab", nullptr, open_menu<Vlan_Setting_Menu>, REPRINT},
-    {'6', AS_WRITTEN, "6. Get VTU Entries =dev=", nullptr, print_vtu, NO_REPRINT},
-    {'7', AS_WRITTEN, "7. Set VTU Entries", nullptr, open_menu<Vtu_Setting_Menu>, REPRINT},
-    {'8', AS_WRITTEN, "8. Get/Set QOS Tab", nullptr, open_menu<Qos_Setting_Menu>, REPRINT},
+    {'1', AS_WRITTEN, NO_REPRINT, "1. Set Max Frame Size (", print_max_frame_size, set_max_frame_size},
+    {'2', AS_WRITTEN, NO_REPRINT, "2. Get Ports Status =dev=", nullptr, print_ports_status},
+    {'3', AS_WRITTEN, REPRINT, "3. Set Ports", nullptr, open_menu<Ports_Setting_Menu>},
+    {'4', AS_WRITTEN, NO_REPRINT, "4. Get VLAN Tab =dev=", nullptr, print_vlan_tab},
+    {'5', AS_WRITTEN, REPRINT, "5. Set VLAN Tab", nullptr, open_menu<Vlan_Setting_Menu>},
+    {'6', AS_WRITTEN, NO_REPRINT, "6. Get VTU Entries =dev=", nullptr, print_vtu},
+    {'7', AS_WRITTEN, REPRINT, "7. Set VTU Entries", nullptr, open_menu<Vtu_Setting_Menu>},
+    {'8', AS_WRITTEN, REPRINT, "8. Get/Set QOS Tab", nullptr, open_menu<Qos_Setting_Menu>},
     SW_APPLY_KEY,
-    {'c', BOTH_CASES, "c. Switch: Print Running Config", nullptr, print_running_config, NO_REPRINT},
-    {'p', BOTH_CASES, "p. Switch: Print Status", nullptr, print_status, NO_REPRINT},
+    {'c', BOTH_CASES, NO_REPRINT, "c. Switch: Print Running Config", nullptr, print_running_config},
+    {'p', BOTH_CASES, NO_REPRINT, "p. Switch: Print Status", nullptr, print_status},
     SW_SAVE_KEY,
     SW_LOAD_KEY,
     SW_FACTORY_KEY,
     SW_REINIT_KEY,
-    {'\n', AS_WRITTEN, "<Enter>. -", nullptr, nullptr, REPRINT},
+    {'\n', AS_WRITTEN, REPRINT, "<Enter>. -", nullptr, nullptr},
 };
 // clang-format on
 

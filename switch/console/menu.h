@@ -29,10 +29,10 @@ enum class SW_After : uint8_t { REPRINT, NO_REPRINT };
 struct SW_Menu_Key {
     char key; /* the first character of a typed line, in lower case; '\n' for Enter alone */
     SW_Letters letters;
+    SW_After after;
     const char *line; /* of the menu text, without its line feed; null: none */
     void (*lineEnd)(const SW_Menu_Visit &visit); /* prints what belongs to the line; or null */
     void (*act)(SW_Menu_Visit &visit);           /* null: nothing */
-    SW_After after;
 };
 
 struct SW_Menu {
@@ -69,7 +69,7 @@ void SW_Run_Setting_Menu(const SW_Menu &menu, SW_Control *control, uint32_t *for
 
 /* The key that all menus share. */
 void SW_Act_Apply(SW_Menu_Visit &visit);
-inline constexpr SW_Menu_Key SW_APPLY_KEY = {
-    'a',     SW_Letters::BOTH_CASES, "a. Switch: Apply Changes",
-    nullptr, SW_Act_Apply,           SW_After::NO_REPRINT,
-};
+// clang-format off
+inline constexpr SW_Menu_Key SW_APPLY_KEY =
+    {'a', SW_Letters::BOTH_CASES, SW_After::NO_REPRINT, "a. Switch: Apply Changes", nullptr, SW_Act_Apply};
+// clang-format on

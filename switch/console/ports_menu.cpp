@@ -58,10 +58,10 @@ using enum SW_After;
  * the other way round. */
 // clang-format off
 constexpr SW_Menu_Key KEYS[] = {
-    {'1', AS_WRITTEN, "1. Get port Auto Mode *CFG*", nullptr, print_config, NO_REPRINT},
-    {'2', AS_WRITTEN, "2. Set port Auto Mode *CFG* (", print_auto_modes, SW_Act_Set<AUTO_MODE>, NO_REPRINT},
+    {'1', AS_WRITTEN, NO_REPRINT, "1. Get port Auto Mode *CFG*", nullptr, print_config},
+    {'2', AS_WRITTEN, NO_REPRINT, "2. Set port Auto Mode *CFG* (", print_auto_modes, SW_Act_Set<AUTO_MODE>},
     SW_APPLY_KEY,
-    {'p', BOTH_CASES, "p. Ports Status Print =dev=", nullptr, print_status, NO_REPRINT},
+    {'p', BOTH_CASES, NO_REPRINT, "p. Ports Status Print =dev=", nullptr, print_status},
 };
 // clang-format on
 

@@ -70,21 +70,21 @@ using enum SW_After;
 
 // clang-format off
 constexpr SW_Menu_Key KEYS[] = {
-    {'1', AS_WRITTEN, "1. QOS Tab Config Print *CFG*", nullptr, print_qos_config, REPRINT},
-    {'2', AS_WRITTEN, "2. COS Tab Config Print *CFG*", nullptr, print_cos_config, REPRINT},
-    {'3', AS_WRITTEN, "3. Set QOS Pri0Rate *CFG*", nullptr, SW_Act_Set<PRI0_RATE>, REPRINT},
-    {'4', AS_WRITTEN, "4. Set QOS Pri1Rate *CFG*", nullptr, SW_Act_Set<PRI1_RATE>, REPRINT},
-    {'5', AS_WRITTEN, "5. Set QOS Pri2Rate *CFG*", nullptr, SW_Act_Set<PRI2_RATE>, REPRINT},
-    {'6', AS_WRITTEN, "6. Set QOS Pri3Rate *CFG*", nullptr, SW_Act_Set<PRI3_RATE>, REPRINT},
-    {'7', AS_WRITTEN, "7. Set QOS PrioMapRule *CFG*", nullptr, SW_Act_Set<PRIO_MAP_RULE>, REPRINT},
-    {'8', AS_WRITTEN, "8. Set QOS IP prio *CFG*", nullptr, SW_Act_Set<IP_PRIO>, REPRINT},
-    {'9', AS_WRITTEN, "9. Set QOS User prio *CFG*", nullptr, SW_Act_Set<USER_PRIO>, REPRINT},
-    {'b', BOTH_CASES, "b. Set QOS Port prio *CFG*", nullptr, SW_Act_Set<PORT_PRIO>, REPRINT},
-    {'c', BOTH_CASES, "c. Set COS User priority Traff class *CFG*", nullptr, SW_Act_Set<USER_CLASS>, REPRINT},
-    {'d', BOTH_CASES, "d. Set COS DCSP Traff class *CFG*", nullptr, SW_Act_Set<DSCP_CLASS>, REPRINT},
+    {'1', AS_WRITTEN, REPRINT, "1. QOS Tab Config Print *CFG*", nullptr, print_qos_config},
+    {'2', AS_WRITTEN, REPRINT, "2. COS Tab Config Print *CFG*", nullptr, print_cos_config},
+    {'3', AS_WRITTEN, REPRINT, "3. Set QOS Pri0Rate *CFG*", nullptr, SW_Act_Set<PRI0_RATE>},
+    {'4', AS_WRITTEN, REPRINT, "4. Set QOS Pri1Rate *CFG*", nullptr, SW_Act_Set<PRI1_RATE>},
+    {'5', AS_WRITTEN, REPRINT, "5. Set QOS Pri2Rate *CFG*", nullptr, SW_Act_Set<PRI2_RATE>},
+    {'6', AS_WRITTEN, REPRINT, "6. Set QOS Pri3Rate *CFG*", nullptr, SW_Act_Set<PRI3_RATE>},
+    {'7', AS_WRITTEN, REPRINT, "7. Set QOS PrioMapRule *CFG*", nullptr, SW_Act_Set<PRIO_MAP_RULE>},
+    {'8', AS_WRITTEN, REPRINT, "8. Set QOS IP prio *CFG*", nullptr, SW_Act_Set<IP_PRIO>},
+    {'9', AS_WRITTEN, REPRINT, "9. Set QOS User prio *CFG*", nullptr, SW_Act_Set<USER_PRIO>},
+    {'b', BOTH_CASES, REPRINT, "b. Set QOS Port prio *CFG*", nullptr, SW_Act_Set<PORT_PRIO>},
+    {'c', BOTH_CASES, REPRINT, "c. Set COS User priority Traff class *CFG*", nullptr, SW_Act_Set<USER_CLASS>},
+    {'d', BOTH_CASES, REPRINT, "d. Set COS DCSP Traff class *CFG*", nullptr, SW_Act_Set<DSCP_CLASS>},
     SW_APPLY_KEY,
-    {'p', BOTH_CASES, "p. QOS/COS Tab Status Print =dev=", nullptr, print_status, REPRINT},
-    {'\n', AS_WRITTEN, nullptr, nullptr, nullptr, NO_REPRINT},
+    {'p', BOTH_CASES, REPRINT, "p. QOS/COS Tab Status Print =dev=", nullptr, print_status},
+    {'\n', AS_WRITTEN, NO_REPRINT, nullptr, nullptr, nullptr},
 };
 // clang-format on
 

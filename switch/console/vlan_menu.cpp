@@ -88,19 +88,19 @@ using enum SW_After;
 
 // clang-format off
 constexpr SW_Menu_Key KEYS[] = {
-    {'1', AS_WRITTEN, "1. VLAN Tab Config Print *CFG*", nullptr, print_config, REPRINT},
-    {'2', AS_WRITTEN, "2. Port VID (", print_vids, SW_Act_Set<PORT_VID>, REPRINT},
-    {'3', AS_WRITTEN, "3. Force Default VID (", print_texts<&Port::vidForceDefault, SW_Flag_Cell_Text>, SW_Act_Set<FORCE_DEFAULT>, REPRINT},
-    {'4', AS_WRITTEN, "4. Vlan Dot1q Mode (", print_texts<&Port::dot1qMode, Dot1qModeDisplayText>, SW_Act_Set<DOT1Q_MODE>, REPRINT},
-    {'5', AS_WRITTEN, "5. Discard Tagged (", print_texts<&Port::discardTagged, SW_Flag_Cell_Text>, SW_Act_Set<DISCARD_TAGGED>, REPRINT},
-    {'6', AS_WRITTEN, "6. Discard Untagged (", print_texts<&Port::discardUntagged, SW_Flag_Cell_Text>, SW_Act_Set<DISCARD_UNTAGGED>, REPRINT},
-    {'7', AS_WRITTEN, "7. Egress Mode (", print_texts<&Port::egressMode, EgressModeDisplayText>, SW_Act_Set<EGRESS_MODE>, REPRINT},
-    {'8', AS_WRITTEN, "8. Use Core Tag (", print_texts<&Port::useCoreTag, SW_Flag_Cell_Text>, SW_Act_Set<USE_CORE_TAG>, REPRINT},
-    {'9', AS_WRITTEN, "9. Egress Rate (", print_texts<&Port::egressRate, RateDisplayText>, SW_Act_Set<EGRESS_RATE>, REPRINT},
-    {'b', BOTH_CASES, "b. Bytes Count (", print_bytes_counts, SW_Act_Set<BYTES_COUNT>, REPRINT},
+    {'1', AS_WRITTEN, REPRINT, "1. VLAN Tab Config Print *CFG*", nullptr, print_config},
+    {'2', AS_WRITTEN, REPRINT, "2. Port VID (", print_vids, SW_Act_Set<PORT_VID>},
+    {'3', AS_WRITTEN, REPRINT, "3. Force Default VID (", print_texts<&Port::vidForceDefault, SW_Flag_Cell_Text>, SW_Act_Set<FORCE_DEFAULT>},
+    {'4', AS_WRITTEN, REPRINT, "4. Vlan Dot1q Mode (", print_texts<&Port::dot1qMode, Dot1qModeDisplayText>, SW_Act_Set<DOT1Q_MODE>},
+    {'5', AS_WRITTEN, REPRINT, "5. Discard Tagged (", print_texts<&Port::discardTagged, SW_Flag_Cell_Text>, SW_Act_Set<DISCARD_TAGGED>},
+    {'6', AS_WRITTEN, REPRINT, "6. Discard Untagged (", print_texts<&Port::discardUntagged, SW_Flag_Cell_Text>, SW_Act_Set<DISCARD_UNTAGGED>},
+    {'7', AS_WRITTEN, REPRINT, "7. Egress Mode (", print_texts<&Port::egressMode, EgressModeDisplayText>, SW_Act_Set<EGRESS_MODE>},
+    {'8', AS_WRITTEN, REPRINT, "8. Use Core Tag (", print_texts<&Port::useCoreTag, SW_Flag_Cell_Text>, SW_Act_Set<USE_CORE_TAG>},
+    {'9', AS_WRITTEN, REPRINT, "9. Egress Rate (", print_texts<&Port::egressRate, RateDisplayText>, SW_Act_Set<EGRESS_RATE>},
+    {'b', BOTH_CASES, REPRINT, "b. Bytes Count (", print_bytes_counts, SW_Act_Set<BYTES_COUNT>},
     SW_APPLY_KEY,
-    {'p', BOTH_CASES, "p. VLAN Tab Status Print =dev=", nullptr, print_status, REPRINT},
-    {'\n', AS_WRITTEN, nullptr, nullptr, nullptr, NO_REPRINT},
+    {'p', BOTH_CASES, REPRINT, "p. VLAN Tab Status Print =dev=", nullptr, print_status},
+    {'\n', AS_WRITTEN, NO_REPRINT, nullptr, nullptr, nullptr},
 };
 // clang-format on
 

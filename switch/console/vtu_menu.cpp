@@ -96,13 +96,13 @@ using enum SW_After;
 
 // clang-format off
 constexpr SW_Menu_Key KEYS[] = {
-    {'1', AS_WRITTEN, "1. VTU Entries Config Print *CFG*", nullptr, print_config, REPRINT},
-    {'2', AS_WRITTEN, "2. Add/Replace VTU Entry *CFG*", nullptr, add_entry, REPRINT},
-    {'3', AS_WRITTEN, "3. Remove all VTU entries *CFG*", nullptr, remove_all, REPRINT},
-    {'4', AS_WRITTEN, "4. Remove VTU entries range *CFG*", nullptr, remove_range, REPRINT},
+    {'1', AS_WRITTEN, REPRINT, "1. VTU Entries Config Print *CFG*", nullptr, print_config},
+    {'2', AS_WRITTEN, REPRINT, "2. Add/Replace VTU Entry *CFG*", nullptr, add_entry},
+    {'3', AS_WRITTEN, REPRINT, "3. Remove all VTU entries *CFG*", nullptr, remove_all},
+    {'4', AS_WRITTEN, REPRINT, "4. Remove VTU entries range *CFG*", nullptr, remove_range},
     SW_APPLY_KEY,
-    {'p', BOTH_CASES, "p. VTU Entries Status Print =dev=", nullptr, print_status, REPRINT},
-    {'\n', AS_WRITTEN, nullptr, nullptr, nullptr, NO_REPRINT},
+    {'p', BOTH_CASES, REPRINT, "p. VTU Entries Status Print =dev=", nullptr, print_status},
+    {'\n', AS_WRITTEN, NO_REPRINT, nullptr, nullptr, nullptr},
 };
 // clang-format on
 

@@ -7,9 +7,32 @@
 #include "tests/switch/console/device_board.h"
 #include "tests/switch/console/menu_texts.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <ostream>
 #include <string>
 #include <string_view>
+
+/* Lines typed into a menu and what shows. */
+struct Typed_Row {
+    const char *name;
+    const char *typed;
+    std::string shown;
+};
+
+inline void PrintTo(const Typed_Row &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+/* How often part stands in text. */
+inline size_t count_of(const std::string &text, const std::string &part)
+{
+    size_t found = 0;
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        found++;
+    return found;
+}
 
 /*
  * The console on the simulated board of DeviceViews: running and applied hold the factory defaults,

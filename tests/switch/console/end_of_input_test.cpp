@@ -120,14 +120,6 @@ constexpr const char *FULL_SESSION =
 constexpr const char *VLAN_SESSION = "z\n1-20,4000\nx\n5-7\nc\n1-2\n10\nv\n3\n20\ny\n1-30\nb\n4\n"
                                      "n\n6\ng\n1\np\na\nm\ny\n3\nd\ny\nr\ny\nl\nn\n\nq\n00\n";
 
-size_t count(const std::string &text, const std::string &part)
-{
-    size_t found = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        found++;
-    return found;
-}
-
 struct Session {
     const char *name;
     bool vlanMode;
@@ -163,9 +155,9 @@ TEST_P(EndOfInputInside, EndsTheConsoleAtEveryByte)
         const std::string typed = session.substr(0, length);
         const std::string output = run_prefix(typed);
         const auto lines = static_cast<size_t>(std::count(typed.begin(), typed.end(), '\n'));
-        EXPECT_LE(count(output, " Menu:\n"), lines + 2) << "after " << length << " bytes";
-        const size_t applies = count("\n" + typed, "\na");
-        EXPECT_EQ(count(output, "Switch: Apply Changes - "), applies) << length << " bytes";
+        EXPECT_LE(count_of(output, " Menu:\n"), lines + 2) << "after " << length << " bytes";
+        const size_t applies = count_of("\n" + typed, "\na");
+        EXPECT_EQ(count_of(output, "Switch: Apply Changes - "), applies) << length << " bytes";
         EXPECT_EQ(force_exit_, length >= session.size() - 1 ? 1U : 0U) << length << " bytes";
     }
 }

@@ -22,19 +22,8 @@ protected:
     }
 };
 
-struct View {
-    const char *name;
-    const char *typed;
-    std::string shown;
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"Leave", "0\n", MAIN_MENU},
     {"LeaveWithOtherCharacterBehindZero", "0x\n", MAIN_MENU},
     {"LeaveWithoutLineFeed", "0", MAIN_MENU},
@@ -82,7 +71,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class MainMenuView : public MainMenu, public testing::WithParamInterface<View>
+class MainMenuView : public MainMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 

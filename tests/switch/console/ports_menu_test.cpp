@@ -21,19 +21,8 @@ const std::string MENU = ports_menu("0", " CPU:Auto for both speed and duplex");
     " LAN  | Auto for both speed and duplex\n"                                                     \
     " WAN  | Auto for both speed and duplex\n"
 
-struct View {
-    const char *name;
-    const char *typed;
-    std::string shown;
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"PortsConfig", "1\n0\n", MENU + PORTS_CONFIG_ROWS},
     {"Status", "p\n0\n", MENU + PORTS_STATUS_HEADER CHIP_PORTS_STATUS_ROWS},
     {"StatusUpperCase", "P\n0\n", MENU + PORTS_STATUS_HEADER CHIP_PORTS_STATUS_ROWS},
@@ -47,7 +36,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class PortsMenuView : public PortsMenu, public testing::WithParamInterface<View>
+class PortsMenuView : public PortsMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 

@@ -17,19 +17,8 @@ protected:
 };
 
 /* The keys that only print. */
-struct View {
-    const char *name;
-    const char *typed;
-    std::string shown;
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"QosTab", "1\n0\n", QOS_MENU QOS_HEADER FACTORY_QOS_ROWS QOS_MENU},
     {"CosTab", "2\n0\n", QOS_MENU FACTORY_COS_TABLES QOS_MENU},
     {"Status", "p\n0\n", QOS_MENU QOS_HEADER CHIP_QOS_ROWS COS_TITLE FACTORY_COS_TABLES QOS_MENU},
@@ -49,7 +38,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class QosMenuView : public QosMenu, public testing::WithParamInterface<View>
+class QosMenuView : public QosMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 

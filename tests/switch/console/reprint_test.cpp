@@ -50,14 +50,6 @@ const Menu MENUS[] = {
 };
 // clang-format on
 
-size_t count(const std::string &text, const std::string &part)
-{
-    size_t found = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        found++;
-    return found;
-}
-
 class Reprint : public ConsoleSession, public testing::WithParamInterface<Menu>
 {
 protected:
@@ -85,7 +77,7 @@ TEST_P(Reprint, FollowsTheMatrix)
         if (first == '0')
             continue;
         const bool again = suppress.find(first) == std::string::npos;
-        EXPECT_EQ(count(run(lines_of(first) + "0\n"), GetParam().title), again ? 2U : 1U)
+        EXPECT_EQ(count_of(run(lines_of(first) + "0\n"), GetParam().title), again ? 2U : 1U)
             << "character " << code;
     }
 }
@@ -94,7 +86,7 @@ TEST_P(Reprint, FollowsTheMatrix)
 TEST_P(Reprint, IsHeldBackOnce)
 {
     for (const char first : std::string(GetParam().suppress)) {
-        EXPECT_EQ(count(run(lines_of(first) + "?\n0\n"), GetParam().title), 2U) << first;
+        EXPECT_EQ(count_of(run(lines_of(first) + "?\n0\n"), GetParam().title), 2U) << first;
     }
 }
 

@@ -20,17 +20,6 @@ protected:
     }
 };
 
-struct View {
-    const char *name;
-    const char *typed;
-    const char *shown; /* behind the first menu */
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
 #define CONFIG_VIEW \
     VTU_TITLE "No VTU Entries\n" VLAN_TITLE VLAN_HEADER FACTORY_VLAN_ROWS FACTORY_VLAN_SUMMARY
@@ -46,7 +35,7 @@ void PrintTo(const View &view, std::ostream *out)
 #define DEFAULT_LINE(name) name ": Default (VID:1(untagged))\n"
 #define SUMMARY(cpu, lan, wan, sfp0, sfp1) "\nExisting VLANs:<none>\n" cpu lan wan sfp0 sfp1
 
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"Leave", "0\n", ""},
     {"LeaveWithOtherCharacterBehindZero", "0x\n", ""},
     {"Config", "1\n0\n", CONFIG_VIEW},
@@ -126,7 +115,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class VlanMainMenuView : public VlanMainMenu, public testing::WithParamInterface<View>
+class VlanMainMenuView : public VlanMainMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 

@@ -17,19 +17,8 @@ protected:
 
 const std::string MENU = vlan_menu({});
 
-struct View {
-    const char *name;
-    const char *typed;
-    std::string shown;
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"VlanTab", "1\n0\n", MENU + VLAN_HEADER FACTORY_VLAN_ROWS + MENU},
     {"Status", "p\n0\n", MENU + VLAN_HEADER CHIP_VLAN_ROWS + MENU},
     {"StatusUpperCase", "P\n0\n", MENU + VLAN_HEADER CHIP_VLAN_ROWS + MENU},
@@ -43,7 +32,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class VlanMenuView : public VlanMenu, public testing::WithParamInterface<View>
+class VlanMenuView : public VlanMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 

@@ -15,23 +15,12 @@ protected:
     std::string vtu(std::string_view typed) { return visit(Vtu_Setting_Menu, typed); }
 };
 
-struct View {
-    const char *name;
-    const char *typed;
-    std::string shown;
-};
-
-void PrintTo(const View &view, std::ostream *out)
-{
-    *out << view.name;
-}
-
 // clang-format off
 #define TWO_VLANS VTU_HEADER \
     "    5 | None       | None       | Tagged     | None       | Untagged  \n" \
     "  101 | None       | None       | None       | None       | None      \n"
 
-const View VIEWS[] = {
+const Typed_Row VIEWS[] = {
     {"Entries", "1\n0\n", VTU_MENU TWO_VLANS VTU_MENU},
     {"Status", "p\n0\n", VTU_MENU CHIP_VTU_ROWS VTU_MENU},
     {"StatusUpperCase", "P\n0\n", VTU_MENU CHIP_VTU_ROWS VTU_MENU},
@@ -45,7 +34,7 @@ const View VIEWS[] = {
 };
 // clang-format on
 
-class VtuMenuView : public VtuMenu, public testing::WithParamInterface<View>
+class VtuMenuView : public VtuMenu, public testing::WithParamInterface<Typed_Row>
 {
 };
 
