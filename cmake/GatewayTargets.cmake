@@ -7,6 +7,9 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(GATEWAY_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 option(GATEWAY_TEST_PER_PROGRAM "One CTest entry for each test program instead of each test" OFF)
 
+# GCC 12 forgets that a precompiled header is the system's and warns of what is in it.
+string(COMPARE EQUAL "${CMAKE_CXX_COMPILER_ID}" Clang GATEWAY_PRECOMPILED_TESTS)
+
 add_library(gateway_options INTERFACE)
 target_include_directories(gateway_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(gateway_options INTERFACE
@@ -49,7 +52,9 @@ function(gateway_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         gateway_options ${arg_LINKS} test_support GTest::gmock GTest::gtest_main)
-    target_precompile_headers(${name} REUSE_FROM test_support)
+    if(GATEWAY_PRECOMPILED_TESTS)
+        target_precompile_headers(${name} REUSE_FROM test_support)
+    endif()
     if(GATEWAY_TEST_PER_PROGRAM)
         if(NOT arg_SECONDS)
             set(arg_SECONDS 300)
