@@ -32,16 +32,26 @@ constexpr SW_Setting_Range DSCPS = {"DCSP Range", &SW_Range_Texts::dscps, 0, SW_
 using Port = SW_Port_Config;
 
 // clang-format off
-constexpr SW_Setting PRI0_RATE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri0Rate>("Pri0Rate", Ask_Egress_Rate)}, nullptr};
-constexpr SW_Setting PRI1_RATE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri1Rate>("Pri1Rate", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting PRI2_RATE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri2Rate>("Pri2Rate", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting PRI3_RATE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri3Rate>("Pri3Rate", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting PRIO_MAP_RULE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::prioMapRule>("PrioMapRule", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting IP_PRIO = {&SW_ANY_PORTS, {SW_Port_Value<&Port::ipPrio>("IP prio", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting USER_PRIO = {&SW_ANY_PORTS, {SW_Port_Value<&Port::userPrio>("User prio", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting PORT_PRIO = {&SW_ANY_PORTS, {SW_Port_Value<&Port::portPrio>("Port prio", SW_Ask_Byte)}, refused_from<PORT_PRIOS>};
-constexpr SW_Setting USER_CLASS = {&USER_PRIOS, {SW_Class_Value<&SW_Config::cosUserPrio>("Traff_class")}, refused_from<TRAFFIC_CLASSES>};
-constexpr SW_Setting DSCP_CLASS = {&DSCPS, {SW_Class_Value<&SW_Config::cosDscp>("Traff_class")}, refused_from<TRAFFIC_CLASSES>};
+constexpr SW_Setting PRI0_RATE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri0Rate>("Pri0Rate", Ask_Egress_Rate)}, nullptr};
+constexpr SW_Setting PRI1_RATE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri1Rate>("Pri1Rate", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting PRI2_RATE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri2Rate>("Pri2Rate", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting PRI3_RATE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::pri3Rate>("Pri3Rate", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting PRIO_MAP_RULE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::prioMapRule>("PrioMapRule", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting IP_PRIO =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::ipPrio>("IP prio", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting USER_PRIO =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::userPrio>("User prio", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting PORT_PRIO =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::portPrio>("Port prio", SW_Ask_Byte)}, refused_from<PORT_PRIOS>};
+constexpr SW_Setting USER_CLASS =
+    {&USER_PRIOS, {SW_Class_Value<&SW_Config::cosUserPrio>("Traff_class")}, refused_from<TRAFFIC_CLASSES>};
+constexpr SW_Setting DSCP_CLASS =
+    {&DSCPS, {SW_Class_Value<&SW_Config::cosDscp>("Traff_class")}, refused_from<TRAFFIC_CLASSES>};
 // clang-format on
 
 void print_heading(const SW_Menu_Visit & /*visit*/)

@@ -22,14 +22,22 @@ bool refused_vid(uint32_t vid)
 using Port = SW_Port_Config;
 
 // clang-format off
-constexpr SW_Setting PORT_VID = {&SW_ANY_PORTS, {SW_Port_Value<&Port::vid>("Port VID", SW_Ask_Number)}, refused_vid};
-constexpr SW_Setting FORCE_DEFAULT = {&SW_ANY_PORTS, {SW_Port_Value<&Port::vidForceDefault>("Force Default VID", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting DOT1Q_MODE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::dot1qMode>("Vlan Dot1q Mode", Ask_Dot1q_Mode)}, nullptr};
-constexpr SW_Setting DISCARD_TAGGED = {&SW_ANY_PORTS, {SW_Port_Value<&Port::discardTagged>("Discard Tagged", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting DISCARD_UNTAGGED = {&SW_ANY_PORTS, {SW_Port_Value<&Port::discardUntagged>("Discard Untagged", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting EGRESS_MODE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::egressMode>("Egress Mode", Ask_Egress_Mode)}, nullptr};
-constexpr SW_Setting USE_CORE_TAG = {&SW_ANY_PORTS, {SW_Port_Value<&Port::useCoreTag>("Use Core Tag", Ask_Yes_No)}, nullptr};
-constexpr SW_Setting EGRESS_RATE = {&SW_ANY_PORTS, {SW_Port_Value<&Port::egressRate>("Egress Rate", Ask_Egress_Rate)}, nullptr};
+constexpr SW_Setting PORT_VID =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::vid>("Port VID", SW_Ask_Number)}, refused_vid};
+constexpr SW_Setting FORCE_DEFAULT =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::vidForceDefault>("Force Default VID", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting DOT1Q_MODE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::dot1qMode>("Vlan Dot1q Mode", Ask_Dot1q_Mode)}, nullptr};
+constexpr SW_Setting DISCARD_TAGGED =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::discardTagged>("Discard Tagged", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting DISCARD_UNTAGGED =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::discardUntagged>("Discard Untagged", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting EGRESS_MODE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::egressMode>("Egress Mode", Ask_Egress_Mode)}, nullptr};
+constexpr SW_Setting USE_CORE_TAG =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::useCoreTag>("Use Core Tag", Ask_Yes_No)}, nullptr};
+constexpr SW_Setting EGRESS_RATE =
+    {&SW_ANY_PORTS, {SW_Port_Value<&Port::egressRate>("Egress Rate", Ask_Egress_Rate)}, nullptr};
 constexpr SW_Setting BYTES_COUNT = {&SW_ANY_PORTS, {
     SW_Port_Value<&Port::limitMgmt>("BytesCount. Limit MGMT", Ask_Yes_No),
     SW_Port_Value<&Port::countIfg>("BytesCount. Count IFG", Ask_Yes_No),

@@ -83,8 +83,9 @@ const Typed_Row VIEWS[] = {
     {"AccessRefusesPorts", "c\n5\n0\n",
      "Ports Range(0):Int_Range_To_Int_List:813: - Failed\nRange: 5 - bad value\n"},
     {"Trunk", "v\n3\n10\ny\n10-20,30\n0\n", "Ports Range(0):Port VID(1):Tag All(y/n)(no):VLAN Range(1):"
-     "Allowed VLANs: \"10-20,30\" - Ok\n" SUMMARY(DEFAULT_LINE("CPU "), DEFAULT_LINE("LAN "), DEFAULT_LINE("WAN "),
-     "SFP0: Trunk   (VID:10(Warning: not exists), Allowed:10-20,30 real:)\n", DEFAULT_LINE("SFP1"))},
+     "Allowed VLANs: \"10-20,30\" - Ok\n" SUMMARY(DEFAULT_LINE("CPU "), DEFAULT_LINE("LAN "),
+     DEFAULT_LINE("WAN "), "SFP0: Trunk   (VID:10(Warning: not exists), Allowed:10-20,30 real:)\n",
+     DEFAULT_LINE("SFP1"))},
     {"TrunkWithDefaults", "v\n\n\n\n\n0\n", "Ports Range(0):Port VID(1):Tag All(y/n)(no):VLAN Range(1):"
      "Allowed VLANs: \"1\" - Ok\n" SUMMARY("CPU : Trunk   (VID:1(untagged), Allowed:1 real:)\n",
      DEFAULT_LINE("LAN "), DEFAULT_LINE("WAN "), DEFAULT_LINE("SFP0"), DEFAULT_LINE("SFP1"))},
