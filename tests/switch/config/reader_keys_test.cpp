@@ -157,35 +157,75 @@ class ReaderKey : public testing::TestWithParam<Key>
 {
 };
 
-/* A record to start from that has no VLAN defined, and something in every other byte. */
-void expect_stored(const std::string &text, const Key &key, int n, int i, uint32_t value)
+/* A value, the key that takes it, and what stands behind the names of its section and the key. */
+struct Pair {
+    const Key &key;
+    int number;
+    int index;
+    const std::pair<std::string, uint32_t> &value;
+};
+
+std::string pair_text(const Pair &pair)
 {
-    const Reading reading = read_text(text);
-    EXPECT_TRUE(reading.good) << text;
-    EXPECT_EQ(reading.output, "");
-    const Record expected = filled_record(0);
-    key.store(*expected, n, i, value);
-    expected->vlanEntryCount = key.section == "SW_VLAN" ? 1 : 0;
-    EXPECT_TRUE(same_bytes(*reading.record, *expected)) << text;
+    return numbered(pair.key.name, pair.index) + " = " + pair.value.first;
+}
+
+/* Expects that pairs of one section are stored, over zeroes and over other bytes: a value of 0 is
+ * stored as well, and no other byte changes. */
+void expect_stored(const std::vector<Pair> &pairs)
+{
+    const Pair &first = pairs.front();
+    std::string text = std::string("[").append(numbered(first.key.section, first.number)) + "]";
+    for (const Pair &pair : pairs)
+        text.append(" ").append(pair_text(pair));
+    const std::string rest(100, '\n'); /* close before its end no pair is taken on a shorter way */
+    for (const int byte : {0, 0xA5}) {
+        const Reading reading = read_text(text + rest, byte);
+        const Record expected = filled_record(byte);
+        for (const Pair &pair : pairs)
+            pair.key.store(*expected, pair.number, pair.index, pair.value.second);
+        const uint32_t vlans = first.key.section == "SW_VLAN" ? 1 : 0;
+        expected->vlanEntryCount = byte == 0 ? vlans : uint32_t{SW_VLANS};
+        EXPECT_TRUE(reading.good) << text;
+        EXPECT_EQ(reading.output, "");
+        EXPECT_TRUE(same_bytes(*reading.record, *expected)) << text << ", over " << byte;
+    }
 }
 
 TEST_P(ReaderKey, StoresEachGoodValueInItsFieldAlone)
 {
     const Key &key = GetParam();
-    for (const auto &[text, value] : key.values)
-        expect_stored(pair_text(numbered(key.section, key.numbers.back()),
-                                numbered(key.name, key.indexes.back()), text),
-                      key, key.numbers.back(), key.indexes.back(), value);
+    for (const auto &value : key.values)
+        expect_stored({{key, key.numbers.back(), key.indexes.back(), value}});
+}
+
+/* The pair that is saved before the last one of a key, lists aside: that of its index before, or of
+ * the key before. The first key of a section follows itself. */
+Pair pair_before(const Key &key)
+{
+    const Key *before = &key;
+    if (key.indexes == NONE)
+        for (const Key *other = KEYS + 1; other != std::end(KEYS); other++)
+            if (std::string(other->name) == key.name && other[-1].section == key.section)
+                before = other - 1;
+    const int index = before->indexes.back();
+    return {*before, key.numbers.back(), index < 0 ? index : index - 1, before->values.front()};
+}
+
+/* The reader knows this pair, and takes it on a shorter way. */
+TEST_P(ReaderKey, StoresEachGoodValueBehindThePairThatIsSavedBeforeIt)
+{
+    const Key &key = GetParam();
+    for (const auto &value : key.values)
+        expect_stored({pair_before(key), {key, key.numbers.back(), key.indexes.back(), value}});
 }
 
 TEST_P(ReaderKey, IsFoundInEachSectionAndWithEachIndex)
 {
     const Key &key = GetParam();
-    const auto &[text, value] = key.values.back();
     for (const int n : key.numbers)
         for (const int i : key.indexes)
-            expect_stored(pair_text(numbered(key.section, n), numbered(key.name, i), text), key, n,
-                          i, value);
+            expect_stored({{key, n, i, key.values.back()}});
 }
 
 /* One value of each kind; numbers and quoted ones are values, whatever they say. */

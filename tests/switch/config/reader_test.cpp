@@ -131,6 +131,10 @@ const Lines LINES[] = {
      "[1:2][SW_PORT4] FOO - bad variable name\n"},
     {"KeyOfAnotherSection", "[SW_PORT0]\nMAX_FRAME_SIZE = 1522\n", false,
      "[1:2][SW_PORT0] MAX_FRAME_SIZE - bad variable name\n"},
+    {"ListInAnotherSection",
+     "[SW_COMMON]\nVLAN_PORT_LIST = \"1\"\n[SW_VLAN5]\nVLAN_PORT_LIST = \"1\"\n", false,
+     "[1:2][SW_COMMON] VLAN_PORT_LIST - bad variable name\n"
+     "[3:2][SW_VLAN5] VLAN_PORT_LIST - bad variable name\n"},
     {"IndexedKeyOfAnotherSection", "[SW_PORT0]\nMEMBER_TAG_P3 = 1\n", false,
      "[1:2][SW_PORT0] MEMBER_TAG_P3 - bad variable name\n"},
     {"BareIndexedKeyOfAnotherSection", "[SW_COMMON]\nV = 1\n", false,
