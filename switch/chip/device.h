@@ -51,8 +51,7 @@ inline constexpr uint32_t SW_SPEED_100 = 1;
 inline constexpr uint32_t SW_SPEED_1000 = 2;
 inline constexpr uint32_t SW_SPEED_UNKNOWN = 3;
 
-/* Register access mode: this value goes through the chip's command registers, any other directly.
- */
+/* Register access mode through the chip's command registers; every other value is direct. */
 inline constexpr uint32_t SW_ACCESS_INDIRECT = 2;
 
 /* A mirror destination that stands for no port. */

@@ -26,8 +26,7 @@ constexpr uint8_t ADVERTISEMENT = 4;
 constexpr uint8_t PARTNER_ABILITY = 5;
 constexpr uint8_t GIGABIT_CONTROL = 9;
 constexpr uint8_t GIGABIT_STATUS = 10;
-constexpr int GIGABIT_STATUS_SHIFT =
-    2; /* the partner's bits against those of the control register */
+constexpr int GIGABIT_STATUS_SHIFT = 2; /* of the partner's bits against GIGABIT_CONTROL's */
 constexpr uint8_t EXTENDED_STATUS = 15;
 constexpr uint16_t EXTENDED_GIGABIT = 0x3000;
 /* Selects the page that the other registers belong to. */

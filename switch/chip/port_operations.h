@@ -8,10 +8,11 @@
  * `port` is the driver's port number, 0 to the number of ports - 1. Boolean settings: 1 is true,
  * every other value is written as false; boolean results are 1 or 0. Numbers wider than their field
  * are cut to it unless the operation says otherwise. A set reads and writes one register and keeps
- * its other bits; a get reads it. Statuses, in the order of the checks: SW_STATUS_BAD_PARAM the
- * device record or the result pointer is null; no such port SW_STATUS_NOT_SUPPORTED  the chip does
- * not have the setting SW_STATUS_FAIL           a register access failed Before the first two there
- * is no register access. A failed get leaves its result as it was.
+ * its other bits; a get reads it. Statuses, in the order of the checks:
+ *   SW_STATUS_BAD_PARAM      the device record or the result pointer is null; no such port
+ *   SW_STATUS_NOT_SUPPORTED  the chip does not have the setting
+ *   SW_STATUS_FAIL           a register access failed, or the register lock was not taken
+ * With the first two there is no register access. A failed get leaves its result as it was.
  */
 
 /* Default VLAN ID, 0 to 4095 (IEEE 802.1Q: the PVID). */

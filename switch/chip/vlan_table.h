@@ -7,8 +7,8 @@
  * The chip's VLAN table (VTU), under the VTU lock. Statuses:
  *   SW_STATUS_BAD_PARAM      the device record, the entry or the result pointer is null; see each
  *   SW_STATUS_NOT_SUPPORTED  flush and add: the chip has no such table
- *   SW_STATUS_FAIL           a register access failed; see each
- * Before the first two there is no register access. Each operation waits, without a limit, until
+ *   SW_STATUS_FAIL           a register access failed, or a lock was not taken; see each
+ * With the first two there is no register access. Each operation waits, without a limit, until
  * the chip's table engine is idle; only a failed register access ends that wait early.
  */
 

@@ -29,16 +29,28 @@ struct Driven_Chip {
 
 void PrintTo(const Driven_Chip &chip, std::ostream *stream);
 
-/* Words of `features`:
- *   vlan   VLAN table, 802.1Q mode, forced VLAN ID   disc  discard tagged and untagged
- *   prio   egress mode 0 to 2 and the priorities     add   egress mode 3
- *   core   core tag     p123  priority 1 to 3 rate flags     bytes  bytes count    mirror mirroring
- *   frame  frame size   prio3 default priority of 3 bits     detect PHY detect
- *   p0code p0div32 p0div28     priority 0 rate as code 0 to 7 or divisor
- *   ercode erdiv32 erdiv28 erdiv40     egress rate in the same way
- *   state  port state in the VLAN table     override  VLAN priority there     extended  fields
- * there gigabit  PHYs at 1000 Mbit/s    gigaport  ports without PHY at 1000 Mbit/s    linkphy  link
- * facts from the PHY */
+/*
+ * Words of `features`:
+ *   vlan       VLAN table, 802.1Q mode, forced VLAN ID
+ *   disc       discard tagged and untagged
+ *   prio       egress mode 0 to 2 and the priorities
+ *   add        egress mode 3
+ *   core       core tag
+ *   p123       priority 1 to 3 rate flags
+ *   bytes      bytes count
+ *   mirror     mirroring
+ *   frame      frame size
+ *   prio3      default priority of 3 bits
+ *   detect     PHY detect
+ *   p0code     priority 0 rate as code 0 to 7; as divisor: p0div32, p0div28
+ *   ercode     egress rate as code 0 to 7; as divisor: erdiv32, erdiv28, erdiv40
+ *   state      port state in the VLAN table
+ *   override   VLAN priority there
+ *   extended   extended fields there
+ *   gigabit    PHYs at 1000 Mbit/s
+ *   gigaport   ports without PHY at 1000 Mbit/s
+ *   linkphy    link facts from the PHY
+ */
 bool has(const Driven_Chip &chip, const std::string &feature);
 
 /* The fourteen rows. */
