@@ -3,24 +3,10 @@
 namespace
 {
 
-constexpr uint32_t TIME_OUT = 10;
 constexpr uint32_t INITIAL_STATE = 1;
 constexpr SW_Lock PLACEHOLDER = 1;
 
 } // namespace
-
-Held_Lock::Held_Lock(SW_Device *device, SW_Lock_Index index)
-    : device_(device), lock_(device->locks[index]),
-      taken_(device->hooks.lockTake == nullptr || device->hooks.lockTake(lock_, TIME_OUT) != 0)
-{
-}
-
-Held_Lock::~Held_Lock()
-{
-    if (taken_ && device_->hooks.lockGive != nullptr) {
-        device_->hooks.lockGive(lock_);
-    }
-}
 
 bool Lock_Create_All(SW_Device *device)
 {

@@ -9,14 +9,25 @@
 class Held_Lock
 {
 public:
-    Held_Lock(SW_Device *device, SW_Lock_Index index);
-    ~Held_Lock();
+    Held_Lock(SW_Device *device, SW_Lock_Index index)
+        : device_(device), lock_(device->locks[index]),
+          taken_(device->hooks.lockTake == nullptr || device->hooks.lockTake(lock_, TIME_OUT) != 0)
+    {
+    }
+    ~Held_Lock()
+    {
+        if (taken_ && device_->hooks.lockGive != nullptr) {
+            device_->hooks.lockGive(lock_);
+        }
+    }
     Held_Lock(const Held_Lock &) = delete;
     Held_Lock &operator=(const Held_Lock &) = delete;
 
     bool taken() const { return taken_; }
 
 private:
+    static constexpr uint32_t TIME_OUT = 10;
+
     SW_Device *device_;
     SW_Lock lock_;
     bool taken_;

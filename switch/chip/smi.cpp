@@ -2,6 +2,8 @@
 
 #include "switch/chip/families.h"
 
+#include <bit>
+
 namespace
 {
 
@@ -148,13 +150,11 @@ int SMI_Write(SW_Device *device, uint8_t address, uint8_t number, uint16_t value
 
 uint8_t SMI_Hardware_Port(const SW_Device &device, uint32_t port)
 {
-    uint32_t before = 0;
-    for (uint8_t hardwarePort = 0; hardwarePort < 16; ++hardwarePort) {
-        if (has_port(device.validPortMask, hardwarePort) && before++ == port) {
-            return hardwarePort;
-        }
+    unsigned mask = device.validPortMask;
+    for (; port > 0 && mask != 0; --port) {
+        mask &= mask - 1; /* without its lowest set bit */
     }
-    return SMI_NONE;
+    return mask != 0 ? static_cast<uint8_t>(std::countr_zero(mask)) : SMI_NONE;
 }
 
 uint8_t SMI_Address(const SW_Device &device, uint32_t hardwarePort, SMI_Kind kind)
