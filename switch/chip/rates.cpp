@@ -75,6 +75,7 @@ uint32_t divisor_of(uint64_t kilobits, const Rate_Row &row)
 
 uint32_t rate_to_divisor(SW_Device *device, uint32_t rate, const Rate_Row &row)
 {
+    device->state &= ~SW_STATE_RATE_UNKNOWN;
     if (rate < std::size(RATE_KILOBITS)) {
         return divisor_of(RATE_KILOBITS[rate], row);
     }
@@ -84,6 +85,7 @@ uint32_t rate_to_divisor(SW_Device *device, uint32_t rate, const Rate_Row &row)
 
 uint32_t divisor_to_rate(SW_Device *device, uint32_t divisor, const Rate_Row &row)
 {
+    device->state &= ~SW_STATE_RATE_UNKNOWN;
     for (uint32_t rate = 0; rate < std::size(RATE_KILOBITS); ++rate) {
         if (divisor_of(RATE_KILOBITS[rate], row) == divisor) {
             return rate;
@@ -106,7 +108,6 @@ int set_rate(SW_Device *device, uint32_t port, const Rate &rate, const uint32_t 
         return *value > GT_8M ? SW_STATUS_BAD_PARAM
                               : Field_Write_Port(device, hardware_port, row.field, *value);
     }
-    device->state &= ~SW_STATE_RATE_UNKNOWN;
     return Field_Write_Port(device, hardware_port, row.field, rate_to_divisor(device, *value, row));
 }
 
@@ -120,15 +121,9 @@ int get_rate(SW_Device *device, uint32_t port, const Rate &rate, uint32_t *value
     const Rate_Row &row = find_row(*device, rate);
     uint32_t content = 0;
     status = Field_Read_Port(device, hardware_port, row.field, &content);
-    if (status != SW_STATUS_OK) {
-        return status;
+    if (status == SW_STATUS_OK) {
+        *value = row.kind == CODE ? content : divisor_to_rate(device, content, row);
     }
-    if (row.kind == CODE) {
-        *value = content;
-        return status;
-    }
-    device->state &= ~SW_STATE_RATE_UNKNOWN;
-    *value = divisor_to_rate(device, content, row);
     return status;
 }
 

@@ -7,10 +7,10 @@
  * port_operations.h.
  *
  * Most chips hold a divisor. There a value that is no rate code is taken as kilobits per second and
- * sets SW_STATE_RATE_UNKNOWN in the device record, which every set and get of a divisor clears
- * first; the divisor is cut to its 12 bits. A get turns the divisor back into the code that it
- * belongs to; a divisor of no code sets the flag and yields kilobits per second, 48 or more. The
- * oldest chips hold the code itself: values above 7 are SW_STATUS_BAD_PARAM there.
+ * sets SW_STATE_RATE_UNKNOWN in the device record; every other set clears it, and every other get
+ * that could read the register. The divisor is cut to its 12 bits. A get turns the divisor back
+ * into the code that it belongs to; a divisor of no code sets the flag and yields kilobits per
+ * second, 48 or more. Older chips hold the code itself: values above 7 are SW_STATUS_BAD_PARAM.
  */
 
 /* The egress rate travels in a holder. */
