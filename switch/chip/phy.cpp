@@ -1,9 +1,9 @@
 #include "switch/chip/phy.h"
 
+#include "switch/chip/checks.h"
 #include "switch/chip/fields.h"
 #include "switch/chip/lock.h"
 #include "switch/chip/phy_link.h"
-#include "switch/chip/ports.h"
 #include "switch/chip/smi.h"
 
 #include <iterator>

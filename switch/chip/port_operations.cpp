@@ -1,8 +1,8 @@
 #include "switch/chip/port_operations.h"
 
+#include "switch/chip/checks.h"
 #include "switch/chip/fields.h"
 #include "switch/chip/phy_link.h"
-#include "switch/chip/ports.h"
 
 #include <iterator>
 

@@ -1,7 +1,7 @@
 #include "switch/chip/rates.h"
 
+#include "switch/chip/checks.h"
 #include "switch/chip/fields.h"
-#include "switch/chip/ports.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,9 +1,9 @@
 #include "switch/chip/vlan_table.h"
 
+#include "switch/chip/checks.h"
 #include "switch/chip/families.h"
 #include "switch/chip/fields.h"
 #include "switch/chip/lock.h"
-#include "switch/chip/ports.h"
 #include "switch/chip/smi.h"
 
 namespace
