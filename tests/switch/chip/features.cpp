@@ -60,7 +60,10 @@ constexpr const char *ROWS[] = {
 // clang-format on
 static_assert(std::size(ROWS) == 32 + 12);
 
-std::vector<std::string> split(const char *line)
+/* B12 to B31, which no mask names, have what B10 has. */
+constexpr const char *NAMED_BY_NO_MASK = "|o|-|-|-|-|-|-|-|-|-|-|-|-|-|12|o|y|-|-|-|-|-|-|-|-";
+
+std::vector<std::string> split(const std::string &line)
 {
     std::vector<std::string> cells;
     std::istringstream stream(line);
@@ -70,7 +73,7 @@ std::vector<std::string> split(const char *line)
     return cells;
 }
 
-Features make_features(const char *line)
+Features make_features(const std::string &line)
 {
     const std::vector<std::string> names = split(COLUMNS);
     const std::vector<std::string> cells = split(line);
@@ -92,6 +95,11 @@ std::vector<Features> make_all()
     std::vector<Features> all;
     for (const char *line : ROWS) {
         all.push_back(make_features(line));
+    }
+    for (int bit = 12; bit < 32; ++bit) {
+        std::ostringstream line;
+        line << 'B' << bit << NAMED_BY_NO_MASK;
+        all.push_back(make_features(line.str()));
     }
     return all;
 }

@@ -22,7 +22,7 @@
  *   gset, pset, x60, x7e  set-up steps of the load, in this order
  */
 struct Features {
-    std::string name; /* the bit: A0 to A31, B0 to B11 */
+    std::string name; /* the bit: A0 to A31, B0 to B31 */
     uint32_t familyA = 0;
     uint32_t familyB = 0;
     std::map<std::string, std::string> cells;
@@ -33,5 +33,5 @@ struct Features {
 
 void PrintTo(const Features &features, std::ostream *stream);
 
-/* All 44 rows. */
+/* All 64 rows. */
 const std::vector<Features> &all_features();

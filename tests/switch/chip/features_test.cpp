@@ -242,6 +242,25 @@ TEST_P(EveryChip, DuplexAndSpeedComeFromPortRegisterOrPhy)
                [&](uint32_t *value) { return swGetSpeedMode(&device, port(), value); });
 }
 
+TEST_P(EveryChip, PhyOperationsReachThePhyOfThePort)
+{
+    const unsigned at = (newer() ? 0 : 16) + GetParam().hardwarePort;
+    bus.registers[at][2] = 0x1234;
+    uint16_t value = 99;
+    EXPECT_EQ(swSetPortAutoMode(&device, port(), 8), SW_STATUS_OK);
+    EXPECT_EQ(bus.take_trace(), line('R', at, 2, 0x1234) + line('R', at, 3, 0) +
+                                    line('R', at, 1, 0) + line('R', at, 4, 0) +
+                                    line('W', at, 4, 0x0100) + line('R', at, 0, 0) +
+                                    line('W', at, 0, 0x1200));
+    EXPECT_EQ(swWritePagedPhyReg(&device, port(), 16, 3, 0x102E), SW_STATUS_OK);
+    EXPECT_EQ(bus.take_trace(), line('R', at, 22, 0) + line('W', at, 22, 3) +
+                                    line('W', at, 16, 0x102E) + line('W', at, 22, 0));
+    EXPECT_EQ(swReadPagedPhyReg(&device, port(), 16, 3, &value), SW_STATUS_OK);
+    EXPECT_EQ(bus.take_trace(), line('R', at, 22, 0) + line('W', at, 22, 3) +
+                                    line('R', at, 16, 0x102E) + line('W', at, 22, 0));
+    EXPECT_EQ(value, 0x102E);
+}
+
 TEST_P(EveryChip, BytesCountIsWhereItsFamilyHasIt)
 {
     const std::string &cell = features()["bc"];

@@ -175,12 +175,14 @@ TEST_P(RateDivisor, DivisorOfNoCodeIsReadAsKilobitsAndFlagged)
     }
 }
 
-TEST_P(RateDivisor, FailedGetLeavesTheResult)
+TEST_P(RateDivisor, FailedGetLeavesTheResultAndTheFlag)
 {
     bus.fail_at = 1;
+    device.state = SW_STATE_RATE_UNKNOWN;
     uint32_t rate = 99;
     EXPECT_EQ(get(&rate), SW_STATUS_FAIL);
     EXPECT_EQ(rate, 99U);
+    EXPECT_TRUE(unknown());
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, RateDivisor, testing::ValuesIn(FAMILIES),
