@@ -19,7 +19,7 @@ bool Sim_Layer_Install(Sim_Layer *layer, MDIO_Handler own);
 /* Puts the handler below back. False, and nothing changed, when the layer is not the one on top. */
 bool Sim_Layer_Remove(Sim_Layer *layer);
 
-/* Hands a request to the handler below and returns its answer. */
+/* Hands a request to the handler below an installed layer and returns its answer. */
 int Sim_Layer_Pass(const Sim_Layer &layer, unsigned long number, MDIO_Record *record);
 
 /* Puts the simulated chip behind the seam. It answers every request itself: 0, or -1 with errno
