@@ -1,5 +1,7 @@
 #include "switch/chip/chips.h"
 
+#include "switch/chip/families.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -26,12 +28,20 @@ constexpr Chip_Row CHIPS[] = {
 };
 // clang-format on
 
-/* The port behind these has no SMI address, nor a slot in a VLAN table entry. */
-constexpr int MOST_PORTS = 11;
+/* The hardware port behind these has no SMI address of its own: another block stands there. On the
+ * newer layout it also has no slot in a VLAN table entry; in set A of the older one the extended
+ * fields of an entry begin there. */
+constexpr int most_ports(const Chip_Row &row)
+{
+    if (Family_Passes(FAMILY_NEWER_LAYOUT, Chip_Family_A(row), Chip_Family_B(row))) {
+        return 11;
+    }
+    return row.familySet == 'A' ? 6 : 7;
+}
 
 constexpr bool row_is_sound(const Chip_Row &row)
 {
-    return row.ports == std::popcount(row.validPorts) && row.validPorts >> MOST_PORTS == 0 &&
+    return row.ports == std::popcount(row.validPorts) && row.validPorts >> most_ports(row) == 0 &&
            (row.phyPorts & ~row.validPorts) == 0 &&
            (row.familySet == 'A' || row.familySet == 'B') && row.familyBit < 32 &&
            std::ranges::count(CHIPS, row.identifier, &Chip_Row::identifier) == 1;
@@ -54,14 +64,4 @@ const Chip_Row *Chip_Find(uint16_t identifier)
 {
     const auto *row = std::ranges::find(CHIPS, normalised(identifier), &Chip_Row::identifier);
     return row != std::end(CHIPS) ? row : nullptr;
-}
-
-uint32_t Chip_Family_A(const Chip_Row &row)
-{
-    return row.familySet == 'A' ? 1U << row.familyBit : 0;
-}
-
-uint32_t Chip_Family_B(const Chip_Row &row)
-{
-    return row.familySet == 'B' ? 1U << row.familyBit : 0;
 }

@@ -20,5 +20,12 @@ std::span<const Chip_Row> Chip_Table();
 const Chip_Row *Chip_Find(uint16_t identifier);
 
 /* The row's family sets. */
-uint32_t Chip_Family_A(const Chip_Row &row);
-uint32_t Chip_Family_B(const Chip_Row &row);
+constexpr uint32_t Chip_Family_A(const Chip_Row &row)
+{
+    return row.familySet == 'A' ? 1U << row.familyBit : 0;
+}
+
+constexpr uint32_t Chip_Family_B(const Chip_Row &row)
+{
+    return row.familySet == 'B' ? 1U << row.familyBit : 0;
+}
