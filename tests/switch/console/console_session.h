@@ -65,8 +65,8 @@ protected:
 
     void use_startup_file(const std::string &path)
     {
-        path_ = path;
-        control_.startupPath = path_.c_str();
+        path_ = startup_file_ = path;
+        control_.startupPath = startup_file_.c_str();
     }
 
     /* The given fields of the running configuration's LAN and WAN. */
@@ -74,9 +74,11 @@ protected:
     SW_Port_Config &wan() { return running_.ports[2]; }
 
     uint32_t force_exit_ = 0;
-    std::string path_;
+    std::string path_; /* what the menu is told */
 
 private:
+    std::string startup_file_; /* what the context says */
+
     template <class Action>
     static std::string console(const Action &action, std::string_view typed)
     {
