@@ -7,6 +7,7 @@
 #include "switch/console/ranges.h"
 #include "switch/console/setting_menus.h"
 #include "switch/console/tables.h"
+#include "switch/range/range_lists.h"
 
 #include <cstdio>
 
@@ -30,7 +31,11 @@ void print_ports_status(SW_Menu_Visit &visit)
 
 void print_vlan_tab(SW_Menu_Visit &visit)
 {
-    std::vector<int32_t> ports;
+    /* The ports of the range text, silently, with a bound of its own: meant, though an answer
+     * replaces them and nothing shows without one. */
+    std::vector<int32_t> ports = {0};
+    int32_t count = 1;
+    Int_Range_To_Int_List_Silent(SW_Ranges.ports, ports, count, 0, SW_PORTS);
     if (!Ask_Int_Range("Ports Range", &SW_Ranges.ports, ports, 0, SW_PORTS - 1))
         return;
     Print_Vlan_Header();

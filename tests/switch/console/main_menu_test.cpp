@@ -179,6 +179,12 @@ TEST_F(MainMenu, VlanTabFollowsTheFlagsButForItsHeader)
     EXPECT_EQ(full("4\n\n0\n"), MAIN_MENU "Ports Range(0-4):" VLAN_HEADER);
 }
 
+TEST_F(MainMenu, VlanTabTakesAnUnreadableRangeTextSilently)
+{
+    SetRangeText(&SW_Ranges.ports, "1 - 2");
+    EXPECT_EQ(full("4\n1\n0\n"), MAIN_MENU "Ports Range(1 - 2):" VLAN_HEADER CHIP_VLAN_LAN);
+}
+
 TEST_F(MainMenu, VtuAndPortsStatusIgnoreTheFlags)
 {
     set_flags(0, 0);
