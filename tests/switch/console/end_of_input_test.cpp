@@ -50,12 +50,22 @@ const Row ROWS[] = {
     {"VlanMenu", false, "5\n", vlan_menu({})},
     {"VlanMenuRange", false, "5\n2\n", vlan_menu({}) + "Ports Range(0):" VECTOR_FAILED},
     {"VlanMenuVid", false, "5\n2\n\n", vlan_menu({}) + "Ports Range(0):Port VID(1):"},
+    {"VlanMenuFlag", false, "5\n3\n1\n", vlan_menu({}) + "Ports Range(0):Force Default VID(y/n)(no):"},
+    {"VlanMenuDot1qMode", false, "5\n4\n1\n", vlan_menu({}) +
+     "Ports Range(0):Vlan Dot1q Mode(0(Disable)/1(Fallback)/2(Check)/3(Secure))(Disable):"},
+    {"VlanMenuEgressMode", false, "5\n7\n1\n", vlan_menu({}) + "Ports Range(0):"
+     "Egress Mode(0(Unmodify egress)/1(Untagged egress)/2(Tagged egress)/3(Add tag))(Unmodify egress):"},
+    {"VlanMenuRate", false, "5\n9\n1\n", vlan_menu({}) +
+     "Ports Range(0):Egress Rate" RATE_CHOICES "(Not limited):"},
     {"VlanMenuBytesCount", false, "5\nb\n\nn\n", vlan_menu({}) + "Ports Range(0):BytesCount. Limit MGMT(y/n)(no):"
      "BytesCount. Count IFG(y/n)(yes):BytesCount. Count Pre(y/n)(yes):"},
     {"QosMenu", false, "8\n", QOS_MENU},
     {"QosMenuRate", false, "8\n3\n\n", QOS_MENU "Ports Range(0):Pri0Rate" RATE_CHOICES "(Not limited):"},
+    {"QosMenuFlag", false, "8\n9\n0\n", QOS_MENU "Ports Range(0):User prio(y/n)(yes):"},
     {"QosMenuPrio", false, "8\nb\n\n", QOS_MENU "Ports Range(0):Port prio(0):"},
     {"QosMenuClassRange", false, "8\nc\n", QOS_MENU "User priority Range(0):" VECTOR_FAILED},
+    {"QosMenuDscpRange", false, "8\nd\n", QOS_MENU "DCSP Range(0):" VECTOR_FAILED},
+    {"QosMenuUserPriorityClass", false, "8\nc\n7\n", QOS_MENU "User priority Range(0):Traff_class(3):"},
     {"QosMenuClass", false, "8\nd\n63\n", QOS_MENU "DCSP Range(0):Traff_class(3):"},
     {"VtuMenu", false, "7\n", VTU_MENU},
     {"VtuMenuVid", false, "7\n2\n", VTU_MENU "Port VID(1):" NO_TAGS},
@@ -68,13 +78,19 @@ const Row ROWS[] = {
     {"AccessVid", true, "c\n4\n", "Ports Range(0):Port VID(1):\nExisting VLANs:<none>\n"
      "CPU : Default (VID:1(untagged))\nLAN : Default (VID:1(untagged))\nWAN : Default (VID:1(untagged))\n"
      "SFP0: Default (VID:1(untagged))\nSFP1: Access  (VID:1(tagged))\n"},
+    {"TrunkPorts", true, "v\n", "Ports Range(0):"},
     {"TrunkVid", true, "v\n4\n", "Ports Range(0):Port VID(1):Tag All(y/n)(no):VLAN Range(1):"
+     "Allowed VLANs: \"1\" - Failed\n"},
+    {"TrunkTagAll", true, "v\n4\n5\n", "Ports Range(0):Port VID(1):Tag All(y/n)(no):VLAN Range(1):"
      "Allowed VLANs: \"1\" - Failed\n"},
     {"TrunkList", true, "v\n4\n5\ny\n", "Ports Range(0):Port VID(1):Tag All(y/n)(no):VLAN Range(1):"
      "Allowed VLANs: \"1\" - Failed\n"},
     {"DefaultPorts", true, "b\n", "Ports Range(0):"},
     {"Tdm", true, "n\n", "TDM prio(0-7)(0):" FACTORY_VLAN_SUMMARY},
     {"DefaultTdm", true, "m\n", "Set Default TDM QOS Mode?(y/n)(no):" FACTORY_VLAN_SUMMARY},
+    {"VlanModeLoad", true, "l\n", "Load Startup Config To Running Config?(y/n)(no):"},
+    {"VlanModeFactory", true, "d\n", "Set Factory Settings?(y/n)(no):"},
+    {"VlanModeReInit", true, "r\n", "Switch ReInit?(y/n)(no):"},
 };
 // clang-format on
 
