@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/switch/console/prompt_texts.h"
+
 #include <string>
 
 /* The menus' texts and the prompts that several tests expect. */
@@ -82,24 +84,7 @@
 
 #define APPLY_OK "Switch: Apply Changes - Ok\n"
 
-#define RATE_CHOICES \
-    "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))"
-#define AUTO_MODE_LIST \
-    "Autonegotiation mode:\n" \
-    "0  - Auto for both speed and duplex\n" \
-    "1  - Auto for duplex only and speed 1000Mbps\n" \
-    "2  - Auto for duplex only and speed 100Mbps\n" \
-    "3  - Auto for duplex only and speed 10Mbps\n" \
-    "4  - Auto for speed only and Full duplex\n" \
-    "5  - Auto for speed only and Half duplex\n" \
-    "6  - Speed 1000Mbps and Full duplex\n" \
-    "7  - Speed 1000Mbps and Half duplex\n" \
-    "8  - Speed 100Mbps and Full duplex\n" \
-    "9  - Speed 100Mbps and Half duplex\n" \
-    "10 - Speed 10Mbps and Full duplex\n" \
-    "11 - Speed 10Mbps and Half duplex\n"
-#define TAG_CHOICES "(0(Unmodified)/1(None)/2(Untagged)/3(Tagged))"
-#define FRAME_SIZE_PROMPT "Max Frame Size(0(1522 Bytes)/1(1632 Bytes))"
+#define FRAME_SIZE_PROMPT "Max Frame Size" FRAME_SIZE_CHOICES
 
 #define FACTORY_CONFIG \
     "Marvell Switch Config:\n" \

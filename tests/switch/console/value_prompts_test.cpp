@@ -1,6 +1,7 @@
 #include "switch/console/prompts.h"
 
 #include "tests/support/input_feed.h"
+#include "tests/switch/console/prompt_texts.h"
 
 #include <gtest/gtest.h>
 
@@ -30,30 +31,6 @@ bool widened(const char *label, uint32_t *value)
 constexpr Ask ASK_MEMBER_TAG = widened<uint8_t, Ask_Member_Tag>;
 constexpr Ask ASK_NUMBER = widened<uint16_t, Ask_Number>;
 
-// clang-format off
-#define RATES \
-  "(0(Not limited)/1(128K)/2(256K)/3(512K)/4(1M)/5(2M)/6(4M)/7(8M)/8(16M)/9(32M)/10(64M)/11(128M)/12(256M))"
-#define EGRESS_MODES "(0(Unmodify egress)/1(Untagged egress)/2(Tagged egress)/3(Add tag))"
-#define DOT1Q_MODES "(0(Disable)/1(Fallback)/2(Check)/3(Secure))"
-#define AUTO_MODES \
-    "Autonegotiation mode:\n" \
-    "0  - Auto for both speed and duplex\n" \
-    "1  - Auto for duplex only and speed 1000Mbps\n" \
-    "2  - Auto for duplex only and speed 100Mbps\n" \
-    "3  - Auto for duplex only and speed 10Mbps\n" \
-    "4  - Auto for speed only and Full duplex\n" \
-    "5  - Auto for speed only and Half duplex\n" \
-    "6  - Speed 1000Mbps and Full duplex\n" \
-    "7  - Speed 1000Mbps and Half duplex\n" \
-    "8  - Speed 100Mbps and Full duplex\n" \
-    "9  - Speed 100Mbps and Half duplex\n" \
-    "10 - Speed 10Mbps and Full duplex\n" \
-    "11 - Speed 10Mbps and Half duplex\n"
-#define SPEEDS "(0(10 Mbps)/1(100 Mbps)/2(1000 Mbps))"
-#define FRAME_SIZES "(0(1522 Bytes)/1(1632 Bytes))"
-#define MEMBER_TAGS "(0(Unmodified)/1(None)/2(Untagged)/3(Tagged))"
-// clang-format on
-
 /* Which of an answer's outcomes holds for a prompt. */
 enum Rule : uint8_t { SIGNED, CUT, NUMBER, YES_NO };
 
@@ -74,13 +51,13 @@ void PrintTo(const Prompt &prompt, std::ostream *out)
 
 // clang-format off
 const Prompt CHOICES[] = {
-    {"EgressRate", Ask_Egress_Rate, SIGNED, 2, "Some label" RATES "(256K bits/sec):", true, 12},
-    {"EgressMode", Ask_Egress_Mode, SIGNED, 2, "Some label" EGRESS_MODES "(Tagged egress):", true, 3},
-    {"Dot1qMode", Ask_Dot1q_Mode, SIGNED, 2, "Some label" DOT1Q_MODES "(Check):", true, 3},
-    {"AutoMode", Ask_Auto_Mode, SIGNED, 9, AUTO_MODES "Some label(Speed 100Mbps and Half duplex):", true, 11},
-    {"PortSpeed", Ask_Port_Speed, SIGNED, 2, "Some label" SPEEDS ":", true, 2},
-    {"MaxFrameSize", Ask_Max_Frame_Size, CUT, 5, "Some label" FRAME_SIZES "(1632 Bytes):", false, 1},
-    {"MemberTag", ASK_MEMBER_TAG, CUT, 2, "Some label" MEMBER_TAGS "(Untagged):", true, 3},
+    {"EgressRate", Ask_Egress_Rate, SIGNED, 2, "Some label" RATE_CHOICES "(256K bits/sec):", true, 12},
+    {"EgressMode", Ask_Egress_Mode, SIGNED, 2, "Some label" EGRESS_MODE_CHOICES "(Tagged egress):", true, 3},
+    {"Dot1qMode", Ask_Dot1q_Mode, SIGNED, 2, "Some label" DOT1Q_MODE_CHOICES "(Check):", true, 3},
+    {"AutoMode", Ask_Auto_Mode, SIGNED, 9, AUTO_MODE_LIST "Some label(Speed 100Mbps and Half duplex):", true, 11},
+    {"PortSpeed", Ask_Port_Speed, SIGNED, 2, "Some label" SPEED_CHOICES ":", true, 2},
+    {"MaxFrameSize", Ask_Max_Frame_Size, CUT, 5, "Some label" FRAME_SIZE_CHOICES "(1632 Bytes):", false, 1},
+    {"MemberTag", ASK_MEMBER_TAG, CUT, 2, "Some label" TAG_CHOICES "(Untagged):", true, 3},
 };
 const Prompt OTHERS[] = {
     {"Number", ASK_NUMBER, NUMBER, 4711, "Some label(4711):", true, 65535},
@@ -237,22 +214,22 @@ void PrintTo(const Current &current, std::ostream *out)
 // clang-format off
 const Current CURRENT[] = {
     {"YesNo", Ask_Yes_No, "Label(y/n)", {"no", "yes", "yes"}},
-    {"EgressRate", Ask_Egress_Rate, "Label" RATES,
+    {"EgressRate", Ask_Egress_Rate, "Label" RATE_CHOICES,
      {"Not limited", "128K bits/sec", "256K bits/sec", "512K bits/sec", "1M bits/sec", "2M bits/sec",
       "4M bits/sec", "8M bits/sec", "16M bits/sec", "32M bits/sec", "64M bits/sec", "128M bits/sec",
       "256M bits/sec", "", ""}},
-    {"EgressMode", Ask_Egress_Mode, "Label" EGRESS_MODES,
+    {"EgressMode", Ask_Egress_Mode, "Label" EGRESS_MODE_CHOICES,
      {"Unmodify egress", "Untagged egress", "Tagged egress", "Add tag", "", ""}},
-    {"Dot1qMode", Ask_Dot1q_Mode, "Label" DOT1Q_MODES, {"Disable", "Fallback", "Check", "Secure", "", ""}},
-    {"AutoMode", Ask_Auto_Mode, AUTO_MODES "Label",
+    {"Dot1qMode", Ask_Dot1q_Mode, "Label" DOT1Q_MODE_CHOICES, {"Disable", "Fallback", "Check", "Secure", "", ""}},
+    {"AutoMode", Ask_Auto_Mode, AUTO_MODE_LIST "Label",
      {"Auto for both speed and duplex", "Auto for duplex only and speed 1000Mbps",
       "Auto for duplex only and speed 100Mbps", "Auto for duplex only and speed 10Mbps",
       "Auto for speed only and Full duplex", "Auto for speed only and Half duplex",
       "Speed 1000Mbps and Full duplex", "Speed 1000Mbps and Half duplex",
       "Speed 100Mbps and Full duplex", "Speed 100Mbps and Half duplex",
       "Speed 10Mbps and Full duplex", "Speed 10Mbps and Half duplex", "", ""}},
-    {"MaxFrameSize", Ask_Max_Frame_Size, "Label" FRAME_SIZES, {"1522 Bytes", "1632 Bytes", "1632 Bytes"}},
-    {"MemberTag", ASK_MEMBER_TAG, "Label" MEMBER_TAGS, {"Unmodified", "None", "Untagged", "Tagged", "", ""}},
+    {"MaxFrameSize", Ask_Max_Frame_Size, "Label" FRAME_SIZE_CHOICES, {"1522 Bytes", "1632 Bytes", "1632 Bytes"}},
+    {"MemberTag", ASK_MEMBER_TAG, "Label" TAG_CHOICES, {"Unmodified", "None", "Untagged", "Tagged", "", ""}},
     {"Number", ASK_NUMBER, "Label", {"0", "1", "2"}},
 };
 // clang-format on
@@ -283,7 +260,7 @@ TEST(ValuePrompts, ShowNothingForANegativeValue)
         EXPECT_TRUE(Ask_Dot1q_Mode("Mode", &mode));
         EXPECT_TRUE(Ask_Dot1q_Mode("Mode", &mode));
     });
-    EXPECT_EQ(run.output, "Mode" DOT1Q_MODES "(Fallback):Mode" DOT1Q_MODES "():");
+    EXPECT_EQ(run.output, "Mode" DOT1Q_MODE_CHOICES "(Fallback):Mode" DOT1Q_MODE_CHOICES "():");
     EXPECT_EQ(mode, 0xFFFFFFFDU);
 }
 
@@ -295,7 +272,7 @@ TEST(ValuePrompts, ReadTheRestOfALongAnswerAsTheNextAnswer)
         EXPECT_TRUE(Ask_Egress_Rate("Egress Rate", &first));
         EXPECT_TRUE(Ask_Number("Port VID", &second));
     });
-    EXPECT_EQ(run.output, "Egress Rate" RATES "(Not limited):Port VID(0):");
+    EXPECT_EQ(run.output, "Egress Rate" RATE_CHOICES "(Not limited):Port VID(0):");
     EXPECT_EQ(first, 1U);
     EXPECT_EQ(second, 42);
 }
