@@ -126,75 +126,73 @@ protected:
     Private_Root::Run run{};
 };
 
-TEST_F(GatewayLauncher, StartsTheSipProgramAndHidesItsOutput)
+struct Launch {
+    const char *name;
+    const char *children;
+    const char *output;
+    const char *started;
+    const char *record;
+    int boost; /* of the priority, as nice(1) is told */
+};
+
+void PrintTo(const Launch &launch, std::ostream *out)
 {
-    configure("<Active_protocol protocol=\"sip\"/>");
-    launch();
-    SKIP_IF_REFUSED(run);
-    EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(output(), "attribut protocol = sip\nstart SIP protocol\nUDP Server Started\n");
-    EXPECT_EQ(started(), "/tmp/kvx_ctrl_4 [-daemon]\n");
-    EXPECT_EQ(log.take(), record("start SIP protocol"));
-    expect_niceness(20);
+    *out << launch.name;
 }
 
-TEST_F(GatewayLauncher, StartsTheH248ProgramWithItsOutputInOrder)
+class GatewayLaunch : public GatewayLauncher, public testing::WithParamInterface<Launch>
 {
-    configure("<Active_protocol protocol=\"h.248\"/>");
+};
+
+TEST_P(GatewayLaunch, StartsOneProgramWithItsOutputInOrder)
+{
+    const Launch &row = GetParam();
+    configure(row.children);
     launch();
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(output(), "attribut protocol = h.248\n"
-                        "start H.248 protocol\n"
-                        "output of /root/kvx_megaco_rt\n"
-                        "UDP Server Started\n");
-    EXPECT_EQ(started(), "/root/kvx_megaco_rt [-c] [/tmp/config.xml] [-i] [/root/ini.ini] [-d]\n");
-    EXPECT_EQ(log.take(), record("start H.248 protocol"));
-    expect_niceness(20);
+    EXPECT_EQ(output(), row.output);
+    EXPECT_EQ(started(), row.started);
+    EXPECT_EQ(log.take(), record(row.record));
+    expect_niceness(row.boost);
 }
 
-TEST_F(GatewayLauncher, StartsTheFxoProgramWithLowerBoost)
-{
-    configure("<Active_protocol protocol=\"fxo\"/>");
-    launch();
-    SKIP_IF_REFUSED(run);
-    EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(output(), "attribut protocol = fxo\n"
-                        "start FXS FXO coupled mode\n"
-                        "output of /root/fxs_fxo_connect\n"
-                        "UDP Server Started\n");
-    EXPECT_EQ(started(),
-              "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n");
-    EXPECT_EQ(log.take(), record("start FXS FXO coupled mode"));
-    expect_niceness(10);
-}
+constexpr Launch LAUNCHES[] = {
+    {"SipHidesTheProgramsOutput", "<Active_protocol protocol=\"sip\"/>",
+     "attribut protocol = sip\n"
+     "start SIP protocol\n"
+     "UDP Server Started\n",
+     "/tmp/kvx_ctrl_4 [-daemon]\n", "start SIP protocol", 20},
+    {"UnknownProtocolIsSip", "<Active_protocol protocol=\"SIP\"/>",
+     "start SIP protocol\n"
+     "UDP Server Started\n",
+     "/tmp/kvx_ctrl_4 [-daemon]\n", "start SIP protocol", 20},
+    {"H248", "<Active_protocol protocol=\"h.248\"/>",
+     "attribut protocol = h.248\n"
+     "start H.248 protocol\n"
+     "output of /root/kvx_megaco_rt\n"
+     "UDP Server Started\n",
+     "/root/kvx_megaco_rt [-c] [/tmp/config.xml] [-i] [/root/ini.ini] [-d]\n",
+     "start H.248 protocol", 20},
+    {"FxoHasTheLowerBoost", "<Active_protocol protocol=\"fxo\"/>",
+     "attribut protocol = fxo\n"
+     "start FXS FXO coupled mode\n"
+     "output of /root/fxs_fxo_connect\n"
+     "UDP Server Started\n",
+     "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n",
+     "start FXS FXO coupled mode", 10},
+    {"LastOfTwoDecides", "<Active_protocol protocol=\"h.248\"/><Active_protocol protocol=\"fxo\"/>",
+     "attribut protocol = h.248\n"
+     "attribut protocol = fxo\n"
+     "start FXS FXO coupled mode\n"
+     "output of /root/fxs_fxo_connect\n"
+     "UDP Server Started\n",
+     "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n",
+     "start FXS FXO coupled mode", 10},
+};
 
-TEST_F(GatewayLauncher, UnknownProtocolStartsTheSipProgram)
-{
-    configure("<Active_protocol protocol=\"SIP\"/>");
-    launch();
-    SKIP_IF_REFUSED(run);
-    EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(output(), "start SIP protocol\nUDP Server Started\n");
-    EXPECT_EQ(started(), "/tmp/kvx_ctrl_4 [-daemon]\n");
-    EXPECT_EQ(log.take(), record("start SIP protocol"));
-}
-
-TEST_F(GatewayLauncher, LastOfTwoProtocolsIsStartedAlone)
-{
-    configure("<Active_protocol protocol=\"h.248\"/><Active_protocol protocol=\"fxo\"/>");
-    launch();
-    SKIP_IF_REFUSED(run);
-    EXPECT_EQ(exit_status(), 0);
-    EXPECT_EQ(output(), "attribut protocol = h.248\n"
-                        "attribut protocol = fxo\n"
-                        "start FXS FXO coupled mode\n"
-                        "output of /root/fxs_fxo_connect\n"
-                        "UDP Server Started\n");
-    EXPECT_EQ(started(),
-              "/root/fxs_fxo_connect [-c] [/root/config.xml] [-i] [/root/fxo.ini] [-d]\n");
-    EXPECT_EQ(log.take(), record("start FXS FXO coupled mode"));
-}
+INSTANTIATE_TEST_SUITE_P(Protocols, GatewayLaunch, testing::ValuesIn(LAUNCHES),
+                         [](const auto &row) { return row.param.name; });
 
 TEST_F(GatewayLauncher, WithoutAProtocolNothingIsStarted)
 {
