@@ -159,7 +159,8 @@ TEST(XmlDepthAgainstLibrary, IsNeverBelowTheTreeOfTheLibrary)
     std::mt19937 random(test_seed());
 
     int loaded = 0;
-    for (int round = 0; round < 20000; ++round) {
+    const int rounds = test_rounds(20000);
+    for (int round = 0; round < rounds; ++round) {
         std::string text = beginnings[random() % beginnings.size()] + "<a>";
         const auto count = random() % 24;
         for (unsigned piece = 0; piece < count; ++piece) {
@@ -196,7 +197,8 @@ std::string element(int levels, std::mt19937 &random)
 TEST(XmlDepthAgainstLibrary, IsThatOfTheLibraryWhereTheTextIsWellFormed)
 {
     std::mt19937 random(test_seed());
-    for (int round = 0; round < 200; ++round) {
+    const int rounds = test_rounds(200);
+    for (int round = 0; round < rounds; ++round) {
         const int levels = 1 + round % 8;
         const std::string text = (round % 2 ? DECLARATION : "") + element(levels, random);
         TiXmlDocument document;

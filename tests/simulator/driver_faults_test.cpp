@@ -135,7 +135,8 @@ TEST_P(BrokenDriver, EndsEveryOperationOnABrokenBusAndRecovers)
     const auto random = [&generator] { return static_cast<uint32_t>(generator()); };
     install_faults();
     const SW_Sys_Config config = configuration();
-    for (int turn = 0; turn < 50; ++turn) {
+    const int turns = test_rounds(50);
+    for (int turn = 0; turn < turns; ++turn) {
         power_on();
         load();
         ASSERT_TRUE(Sim_Faults_At_Random(&faults, random(), 2 + random() % 20));

@@ -1,5 +1,6 @@
 #include "tests/support/random_seed.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
@@ -11,4 +12,11 @@ uint32_t test_seed()
                                            : std::random_device()();
     fprintf(stderr, "GATEWAY_TEST_SEED=%u\n", static_cast<unsigned>(seed));
     return seed;
+}
+
+int test_rounds(int full)
+{
+    const char *const given = getenv("GATEWAY_TEST_DIVISOR");
+    const int divisor = given != nullptr ? std::max(1, atoi(given)) : 1;
+    return std::max(1, full / divisor);
 }

@@ -155,14 +155,16 @@ testing::AssertionResult reads_alike(const std::string &text, int byte)
 TEST(ReaderRandom, EntriesAreReadAsPlainly)
 {
     Generator generator(test_seed());
-    for (int round = 0; round < 3000; round++)
+    const int rounds = test_rounds(3000);
+    for (int round = 0; round < rounds; round++)
         ASSERT_TRUE(reads_alike(random_entries(&generator), 0)) << round;
 }
 
 TEST(ReaderRandom, EditedFilesAreReadAsPlainly)
 {
     Generator generator(test_seed());
-    for (int round = 0; round < 1500; round++)
+    const int rounds = test_rounds(1500);
+    for (int round = 0; round < rounds; round++)
         ASSERT_TRUE(reads_alike(edited_file(&generator), round % 2)) << round;
 }
 

@@ -180,7 +180,8 @@ TEST(Writer, RandomRecordsAreReadBackTheSame)
 {
     std::mt19937 generator(test_seed());
     const Record record = filled_record(0);
-    for (int round = 0; round < 200; round++) {
+    const int rounds = test_rounds(200);
+    for (int round = 0; round < rounds; round++) {
         SetRandomConfig(record.get(), &generator);
         const Round_Trip trip = write_and_read(*record);
         ASSERT_EQ(trip.text, StartupFileText(*record)) << round;

@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr int ROUNDS = 100;
-
 /* Cuts the numbers of a random configuration to what the board's chip holds, so that it can be read
  * back whole. */
 void fit_to_chip(SW_Config *config, const SW_Config &factory)
@@ -157,7 +155,8 @@ TEST_F(RandomApply, ChipHoldsTheRunningConfigurationAfterEveryApply)
     bring_up();
     ASSERT_TRUE(SW_Configure(&control_, false));
     expect_running_on_chip();
-    for (int round = 0; round < ROUNDS && !HasFailure(); ++round) {
+    const int rounds = test_rounds(100);
+    for (int round = 0; round < rounds && !HasFailure(); ++round) {
         SCOPED_TRACE(round);
         SetRandomConfig(&startup_image_, &generator);
         fit_to_chip(&startup_image_, factory);

@@ -247,7 +247,8 @@ std::vector<int32_t> random_set(std::mt19937 &random)
 TEST(VlanRangesRandom, ComeBackFromBothLongParsers)
 {
     std::mt19937 random(test_seed());
-    for (int round = 0; round < 200; ++round) {
+    const int rounds = test_rounds(200);
+    for (int round = 0; round < rounds; ++round) {
         const std::vector<int32_t> vids = random_set(random);
         const std::string text = defined_vlans(*config_with(vids), LARGE).text;
         std::vector<int32_t> values;
