@@ -27,41 +27,43 @@ constexpr Protocol PROTOCOLS[] = {
 
 constexpr int LOAD_FAILURE_MARK = 21; /* part of the message, not a line of this file */
 
+/* The XML library steps over a UTF-8 character as long as its first byte says, also where the text
+ * ends inside it: so many NULs behind the text catch it. */
+constexpr size_t UTF8_LONGEST = 4;
+
 struct Close_File {
     void operator()(std::FILE *file) const { std::fclose(file); }
 };
 
-/* The whole file; empty when it cannot be read. */
-std::string file_text(const char *path)
+bool read_file(const char *path, std::string *text)
 {
-    std::string text;
     const std::unique_ptr<std::FILE, Close_File> file(std::fopen(path, "rb"));
     char block[16384];
     size_t got = 0;
     while (file && (got = std::fread(block, 1, sizeof block, file.get())) > 0) {
-        text.append(block, got);
+        text->append(block, got);
     }
-    return text;
+    return file && !std::ferror(file.get());
 }
 
-bool nests_too_deeply(const char *path)
-{
-    const std::string text = file_text(path);
-    return xml_depth(text.data(), text.size()) > XML_DEPTH_LIMIT;
-}
-
-/* Null when the document is loaded, else why not. What is there but no file is refused before the
- * library sees it: it would throw at a directory and wait at a pipe. */
+/* Null when the document is loaded, else why not. What is there but no file is refused before it is
+ * opened: a pipe would keep the start-up waiting. */
 const char *load(TiXmlDocument &document, const char *path)
 {
     struct stat facts;
     if (stat(path, &facts) == 0 && !S_ISREG(facts.st_mode)) {
         return "Failed to open file";
     }
-    if (nests_too_deeply(path)) {
+    std::string text;
+    if (!read_file(path, &text)) {
+        return "Failed to open file";
+    }
+    if (xml_depth(text.data(), text.size()) > XML_DEPTH_LIMIT) {
         return "Error: elements nested too deeply.";
     }
-    return document.LoadFile(path) ? nullptr : document.ErrorDesc();
+    text.append(UTF8_LONGEST, '\0');
+    document.Parse(text.c_str());
+    return document.Error() ? document.ErrorDesc() : nullptr;
 }
 
 unsigned protocol_of(const TiXmlElement &element)

@@ -153,6 +153,16 @@ const Row ROWS[] = {
      "read_config:21\nError reading end tag.\n", ""},
     {"AttributeWithoutValue", "<Config><Active_protocol protocol/></Config>", 0, UNTOUCHED,
      "read_config:21\nError reading Attributes.\n", ""},
+
+    {"CutInsideACharacterOfText", "\xEF\xBB\xBF<Config>\xF0", 0, UNTOUCHED,
+     "read_config:21\nError reading Element value.\n", ""},
+    {"CutInsideACharacterOfAnAttribute", "\xEF\xBB\xBF<Config><Active_protocol protocol=\"\xF0\x90",
+     0, UNTOUCHED, "read_config:21\nError parsing Element.\n", ""},
+    {"CutInsideACharacterBehindAnElement", "\xEF\xBB\xBF<Config/>\xE2", 1, UNTOUCHED, "", ""},
+    {"NulEndsTheText", root(active("fxo")) + std::string("\0<", 2), 1, 3,
+     "attribut protocol = fxo\n", ""},
+    {"NulInsideTheRoot", "<Config>" + active("fxo") + std::string("\0</Config>", 10), 0, UNTOUCHED,
+     "read_config:21\nError reading Element value.\n", ""},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, ReadConfig, testing::ValuesIn(ROWS),
