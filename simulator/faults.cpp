@@ -1,7 +1,5 @@
 #include "simulator/faults.h"
 
-#include <cerrno>
-
 namespace
 {
 
@@ -59,15 +57,15 @@ const Sim_Fault *random_fault(Sim_Faults *faults, const MDIO_Record &record)
     return number % faults->oneIn == 0 && fits(fault, record) ? &fault : nullptr;
 }
 
-int break_request(const Sim_Faults &faults, Sim_Fault_Kind kind, unsigned long number,
+int break_request(const Sim_Faults &faults, const Sim_Fault &fault, unsigned long number,
                   MDIO_Record *record)
 {
-    if (kind == SIM_FAULT_FAIL) {
-        errno = EIO;
+    if (fault.kind == SIM_FAULT_FAIL) {
+        errno = fault.error;
         return -1;
     }
     const int answer = Sim_Layer_Pass(faults.layer, number, record);
-    record->value = kind == SIM_FAULT_ALL_ONES ? ALL_ONES : record->value | BUSY;
+    record->value = fault.kind == SIM_FAULT_ALL_ONES ? ALL_ONES : record->value | BUSY;
     return answer;
 }
 
@@ -82,7 +80,7 @@ int handle(void *context, unsigned long number, MDIO_Record *record)
         return Sim_Layer_Pass(faults->layer, number, record);
     }
     ++faults->broken;
-    return break_request(*faults, fault->kind, number, record);
+    return break_request(*faults, *fault, number, record);
 }
 
 bool may_last_forever(const Sim_Fault &fault)
@@ -102,7 +100,7 @@ bool Sim_Faults_Install(Sim_Faults *faults)
 bool Sim_Faults_Add(Sim_Faults *faults, const Sim_Fault &fault)
 {
     if (faults->plannedCount == SIM_FAULTS || fault.first == 0 || fault.count == 0 ||
-        (fault.count == SIM_FOREVER && !may_last_forever(fault))) {
+        fault.error < 1 || (fault.count == SIM_FOREVER && !may_last_forever(fault))) {
         return false;
     }
     faults->planned[faults->plannedCount] = fault;

@@ -2,12 +2,14 @@
 
 #include "simulator/seam.h"
 
+#include <cerrno>
+
 /*
  * A layer over the register seam that breaks requests, as planned or at random.
  */
 
 enum Sim_Fault_Kind : uint8_t {
-    SIM_FAULT_FAIL,     /* a read or write does not reach the bus and is answered with -1, EIO */
+    SIM_FAULT_FAIL,     /* a read or write does not reach the bus: -1, errno as planned */
     SIM_FAULT_ALL_ONES, /* a read yields 0xFFFF, as if nobody answered */
     SIM_FAULT_BUSY      /* a read yields its value with bit 15 set */
 };
@@ -23,6 +25,7 @@ struct Sim_Fault {
     uint32_t count;         /* how many from there, 1 or more */
     uint8_t address;        /* which requests fit: SMI address or SIM_ANY */
     uint8_t registerNumber; /* register or SIM_ANY */
+    int error = EIO;        /* errno of a failed request; else not looked at */
 };
 
 inline constexpr int SIM_FAULTS = 8;
@@ -44,9 +47,10 @@ bool Sim_Faults_Install(Sim_Faults *faults);
 
 /*
  * Adds a fault to the plan. When several break the same request, the first added does. False, and
- * nothing added, when the plan is full, `first` or `count` is 0, or the fault could keep the driver
- * in its wait for the VLAN table without an end: SIM_FOREVER is for SIM_FAULT_FAIL, and for
- * SIM_FAULT_BUSY on register 0 of one address, the command register of indirect mode.
+ * nothing added, when the plan is full, `first` or `count` is 0, `error` is below 1, or the fault
+ * could keep the driver in its wait for the VLAN table without an end: SIM_FOREVER is for
+ * SIM_FAULT_FAIL, and for SIM_FAULT_BUSY on register 0 of one address, the command register of
+ * indirect mode.
  */
 bool Sim_Faults_Add(Sim_Faults *faults, const Sim_Fault &fault);
 

@@ -116,6 +116,13 @@ TEST_F(BrokenSeam, KeepsAFailedWriteFromTheChip)
     EXPECT_EQ(faults.broken, 1U);
 }
 
+TEST_F(BrokenSeam, FailsWithThePlannedError)
+{
+    ASSERT_TRUE(Sim_Faults_Add(&faults, {SIM_FAULT_FAIL, 1, 1, SIM_ANY, SIM_ANY, ETIMEDOUT}));
+    EXPECT_EQ(write(0x11, 7, 2), -1);
+    EXPECT_EQ(errno, ETIMEDOUT);
+}
+
 TEST_F(BrokenSeam, CountsReadsOnlyForFaultsThatChangeTheirValue)
 {
     ASSERT_TRUE(Sim_Faults_Add(&faults, {SIM_FAULT_ALL_ONES, 2, 1, SIM_ANY, SIM_ANY}));
@@ -147,6 +154,8 @@ TEST_F(BrokenSeam, RefusesPlansThatWouldNotEndOrDoNothing)
         {SIM_FAULT_BUSY, 1, SIM_FOREVER, 0x1B, 5},
         {SIM_FAULT_BUSY, 1, SIM_FOREVER, SIM_ANY, SIM_ANY},
         {SIM_FAULT_BUSY, 1, SIM_FOREVER, SIM_ANY, 0},
+        {SIM_FAULT_FAIL, 1, 1, SIM_ANY, SIM_ANY, 0},
+        {SIM_FAULT_FAIL, 1, 1, SIM_ANY, SIM_ANY, -1},
     };
     for (const Sim_Fault &fault : REFUSED) {
         EXPECT_FALSE(Sim_Faults_Add(&faults, fault));
