@@ -114,13 +114,11 @@ bool prepare_seam(const Options &options)
     }
     if (options.traceFile == nullptr)
         return true;
-    FILE *file = fopen(options.traceFile, "we");
+    FILE *file = Sim_Trace_Open(options.traceFile);
     if (file == nullptr) {
         fprintf(stderr, "switch_console: %s: %s\n", options.traceFile, strerror(errno));
         return false;
     }
-    /* Complete to the last line also when a signal ends the program. */
-    setvbuf(file, nullptr, _IOLBF, BUFSIZ);
     return Sim_Trace_Install(&host.trace, file);
 }
 

@@ -39,6 +39,15 @@ void Sim_Trace_Line(const MDIO_Record &record, char (&line)[SIM_TRACE_LINE])
              static_cast<unsigned>(record.value));
 }
 
+FILE *Sim_Trace_Open(const char *path)
+{
+    FILE *file = fopen(path, "we");
+    if (file != nullptr) {
+        setvbuf(file, nullptr, _IOLBF, BUFSIZ);
+    }
+    return file;
+}
+
 bool Sim_Trace_Install(Sim_Trace *trace_layer, FILE *file)
 {
     if (!Sim_Layer_Install(&trace_layer->layer, {trace, trace_layer})) {

@@ -14,6 +14,10 @@
 inline constexpr int SIM_TRACE_LINE = 24;
 void Sim_Trace_Line(const MDIO_Record &record, char (&line)[SIM_TRACE_LINE]);
 
+/* Opens a file for a trace, a new one: whole to its last line also when a signal ends the program.
+ * Null when it cannot be opened; errno says why. */
+FILE *Sim_Trace_Open(const char *path);
+
 /* Writes a line for each request, failed ones too. The file stays the caller's and open. */
 struct Sim_Trace {
     Sim_Layer layer;
