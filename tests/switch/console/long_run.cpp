@@ -1,0 +1,141 @@
+/*
+ * console_long_run [LINES]: types that many random lines, a million unless told otherwise, into the
+ * full menu on the simulated chip, applies, saves and loads among them, and looks at what the
+ * process holds: its memory after the first 100,000 lines and after the last, its descriptors
+ * before and after. Ends with 1 when the memory has grown by more than 64 KB or a descriptor is
+ * left open.
+ */
+
+#include "simulator/seam.h"
+#include "switch/console/main_menu.h"
+#include "switch/engine/wait.h"
+#include "tests/support/input_feed.h"
+#include "tests/support/random_seed.h"
+#include "tests/support/startup_file.h"
+#include "tests/support/temporary_folder.h"
+#include "tests/switch/console/random_lines.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+namespace
+{
+
+constexpr int ALL_LINES = 1000000;
+constexpr int FIRST_LINES = 100000; /* by then everything that is kept has been allocated */
+constexpr int FEWEST_LINES = 2 * FIRST_LINES;
+constexpr int LINES_PER_INPUT = 500;
+constexpr long MOST_GROWTH = 64; /* KB */
+constexpr int FILE_VLANS = 10;
+
+SW_Config running;
+SW_Config applied;
+SW_Config startup_image;
+SW_Config device_image;
+SW_Device device;
+SW_Sys_Config sys_config;
+Sim_Chip chip;
+Sim_Layer seam;
+
+/* The memory of the process that is resident, in KB. */
+long resident()
+{
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    long kilobytes = 0;
+    while (status >> word && word != "VmRSS:") {
+    }
+    if (!(status >> kilobytes)) {
+        std::perror("/proc/self/status");
+        std::abort();
+    }
+    return kilobytes;
+}
+
+/* The open descriptors, the one that counts them among them. */
+long descriptors()
+{
+    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+}
+
+void no_wait(void * /*context*/, uint32_t /*microseconds*/) {}
+
+/* The chip, and a running configuration with a few VLANs. */
+void prepare()
+{
+    Sim_Chip_Init(&chip, Sim_Board_Chip(), {SIM_DIRECT, 16});
+    Sim_Seam_Install(&seam, &chip);
+    SW_Install_Wait({no_wait, nullptr});
+    SetSwitchConfigDefaults(&running);
+    for (uint16_t vid = 1; vid <= FILE_VLANS; vid++) {
+        running.vlans[vid].vtu.vid = vid;
+        running.vlans[vid].defined = 1;
+    }
+    running.vlanEntryCount = FILE_VLANS;
+    applied = running;
+}
+
+/* Types `count` lines. Left by "0", the menu is entered again; at the end it has read everything.
+ */
+void type_lines(SW_Control *control, Random_Lines *lines, int count)
+{
+    for (int left = count; left > 0; left -= LINES_PER_INPUT) {
+        const Input_Feed feed(lines->next(std::min(left, LINES_PER_INPUT)));
+        while (!std::feof(stdin)) {
+            uint32_t force_exit = 0;
+            Main_Menu(control, control->startupPath, &force_exit, false);
+        }
+    }
+}
+
+/* True when the run left the process as it was. */
+bool run(int all)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.write("startup.cfg", StartupFileText(running));
+    SW_Control control = {.running = &running,
+                          .applied = &applied,
+                          .startupImage = &startup_image,
+                          .deviceImage = &device_image,
+                          .startupPath = path.c_str(),
+                          .device = &device,
+                          .sysConfig = &sys_config};
+    Random_Lines lines(test_seed());
+    const long open_before = descriptors();
+    type_lines(&control, &lines, FIRST_LINES);
+    const long first = resident();
+    type_lines(&control, &lines, all - FIRST_LINES);
+    const long growth = resident() - first;
+    const long left_open = descriptors() - open_before;
+    std::fprintf(stderr, "%d lines: %ld KB resident, grown by %ld KB (at most %ld), %ld open\n",
+                 all, first + growth, growth, MOST_GROWTH, left_open);
+    return growth <= MOST_GROWTH && left_open == 0;
+}
+
+} // namespace
+
+int main(int count, char **arguments)
+{
+    const int all = count > 1 ? std::atoi(arguments[1]) : ALL_LINES;
+    if (count > 2 || all < FEWEST_LINES) {
+        std::fprintf(stderr, "usage: console_long_run [LINES], %d or more\n", FEWEST_LINES);
+        return 2;
+    }
+    if (std::freopen("/dev/null", "w", stdout) == nullptr) {
+        std::perror("/dev/null");
+        return 1;
+    }
+    prepare();
+    const auto start = std::chrono::steady_clock::now();
+    const bool same = run(all);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    std::fprintf(stderr, "console_long_run: %s after %.1f s\n", same ? "passed" : "FAILED",
+                 taken.count());
+    return same ? 0 : 1;
+}
