@@ -7,7 +7,9 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <string>
+#include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -199,6 +201,34 @@ TEST(ReadConfigLargeFile, TenMegabytesOfTextAreReadThrough)
 TEST(ReadConfigLargeFile, TenMegabytesWithoutAnElementAreALoadFailure)
 {
     expect_refused(read_text(std::string(10 << 20, 'x')), "Error document empty.");
+}
+
+/*
+ * Ends a document when the library reads on behind its copy of the text. Blocks of the copy's size
+ * are handed out again as they were given back, with this in the bytes that the copy leaves over.
+ */
+void leave_an_end_behind(size_t copySize)
+{
+    constexpr std::string_view END = "</a></a></a>   ";
+    volatile char *const block = static_cast<char *>(std::malloc(copySize + END.size()));
+    ASSERT_NE(block, nullptr);
+    for (size_t i = 0; i < END.size(); ++i) {
+        block[copySize + i] = END[i];
+    }
+    std::free(const_cast<char *>(block));
+}
+
+TEST(ReadConfigCutCharacter, IsTheEndOfTheText)
+{
+    constexpr size_t COPY_SIZE = 889; /* 15 bytes short of the block that holds it */
+    for (const char *const cut : {"\xC3", "\xE2", "\xE2\x82", "\xF0", "\xF0\x9F\x98"}) {
+        std::string text = "<?xml version=\"1.0\"?><a>";
+        text += std::string(COPY_SIZE - 1 - text.size() - std::strlen(cut), 'x') + cut;
+        const Temporary_Folder folder;
+        const std::string path = folder.write("config.xml", text);
+        leave_an_end_behind(COPY_SIZE);
+        expect_refused(read(path), "Error reading Element value.");
+    }
 }
 
 TEST(ReadConfigNesting, DeepestAllowedIsRead)
