@@ -47,11 +47,17 @@ bool begins_with(std::string_view text, size_t place, std::string_view word)
     return text.substr(place, word.size()) == word;
 }
 
+char to_lower(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character | 0x20) : character;
+}
+
+/* The word in letters of either case. */
 bool begins_with_letters(std::string_view text, size_t place, std::string_view lowerCase)
 {
     const std::string_view found = text.substr(place, lowerCase.size());
     return std::equal(found.begin(), found.end(), lowerCase.begin(), lowerCase.end(),
-                      [](char a, char b) { return (a | 0x20) == b; });
+                      [](char a, char b) { return to_lower(a) == b; });
 }
 
 size_t behind(std::string_view text, size_t place, std::string_view end)

@@ -58,6 +58,7 @@ const Row ROWS[] = {
     {"DeclarationUpperCase", "<?XML VERSION=\"<b><b>\"?><a/>", 1},
     {"DeclarationOtherAttribute", "<?xml other=\"<b>\"?><a/>", 1},
     {"LongerAttributeName", "<?xml version.2 = '<b><b>' ?><a/>", 1},
+    {"OtherCodeThanAQuestionMarkIsNoDeclaration", "<\x1Fxml version=\"><a>", 1},
     {"Instruction", "<?php <b><a/>", 1},
     {"DocumentType", "<!DOCTYPE a><a/>", 1},
     {"DigitIsNoElement", "<1><a/>", 1},
