@@ -5,6 +5,7 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 
 set(GATEWAY_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+option(GATEWAY_FUZZ "Build the fuzz targets for the fuzzing engine (Clang)" OFF)
 option(GATEWAY_TEST_PER_PROGRAM "One CTest entry for each test program instead of each test" OFF)
 option(GATEWAY_COVERAGE "Count which lines and branches of the shipped code run" OFF)
 
@@ -82,5 +83,24 @@ function(gateway_test name)
             set(arg_SECONDS 60)
         endif()
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT ${arg_SECONDS})
+    endif()
+endfunction()
+
+# All fuzz targets: what the preset "fuzzing" builds.
+add_custom_target(fuzz_targets)
+
+# gateway_fuzz_target(NAME SOURCES file... LINKS library...): a target of the fuzzing engine where
+# GATEWAY_FUZZ is set; otherwise a test that runs it on the files of fuzz/seeds/NAME.
+function(gateway_fuzz_target name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+    add_executable(fuzz_${name} ${arg_SOURCES})
+    target_link_libraries(fuzz_${name} PRIVATE gateway_options ${arg_LINKS})
+    add_dependencies(fuzz_targets fuzz_${name})
+    if(GATEWAY_FUZZ)
+        target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+    else()
+        target_sources(fuzz_${name} PRIVATE replay.cpp)
+        add_test(NAME Seeds.${name} COMMAND fuzz_${name} ${CMAKE_CURRENT_SOURCE_DIR}/seeds/${name})
+        set_tests_properties(Seeds.${name} PROPERTIES TIMEOUT 60)
     endif()
 endfunction()

@@ -1,0 +1,67 @@
+/* The short range dialect: one-digit numbers. */
+
+#include "fuzz/range_parse.h"
+
+namespace
+{
+
+Parsed parse(const char *text, bool keep, Bounds bounds)
+{
+    Parsed parsed;
+    parsed.good = Int_Range_To_Int_List(text, &parsed.text, keep, parsed.values, parsed.count,
+                                        bounds.min, bounds.max);
+    parsed.printed = caughtOutput.take();
+    return parsed;
+}
+
+Parsed parse_silently(const char *text, Bounds bounds)
+{
+    Parsed parsed;
+    parsed.good =
+        Int_Range_To_Int_List_Silent(text, parsed.values, parsed.count, bounds.min, bounds.max);
+    return parsed;
+}
+
+/* What the long dialect accepts is accepted here, with the same values, when no two digits stand
+ * side by side. */
+void require_agreement(const std::string &text, const Parsed &here, Bounds bounds)
+{
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto twoDigits = std::adjacent_find(
+        text.begin(), text.end(), [&](char a, char b) { return isDigit(a) && isDigit(b); });
+    Parsed there;
+    there.good = Int_Range_To_Int_List2(text.c_str(), nullptr, false, there.values, there.count,
+                                        bounds.min, bounds.max);
+    caughtOutput.take();
+    if (there.good && twoDigits == text.end())
+        REQUIRE(here.good && here.values == there.values);
+}
+
+void require_rules(const std::string &text, Bounds bounds)
+{
+    const Parsed parsed = parse(text.c_str(), false, bounds);
+    REQUIRE(parsed.good == parsed.printed.empty());
+    REQUIRE(parsed.good || is_untouched(parsed));
+    REQUIRE(parsed.good || parsed.printed.starts_with("Int_Range_To_Int_List:8"));
+    REQUIRE(!parsed.good || are_within(parsed.values, bounds));
+    REQUIRE(!parsed.good || parsed.values.size() == static_cast<size_t>(parsed.count));
+    Parsed silent = parse_silently(text.c_str(), bounds);
+    silent.printed = parsed.printed;
+    REQUIRE(silent == parsed);
+    const Parsed kept = parse(text.c_str(), true, bounds);
+    REQUIRE(kept.good == (parsed.good && text.size() < SW_RANGE_TEXT_SIZE));
+    REQUIRE(kept.printed == parsed.printed);
+    REQUIRE(kept.good ? is_remembered(kept, text) && kept.values == parsed.values
+                      : is_untouched(kept));
+    require_agreement(text, parsed, bounds);
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
+{
+    const std::string text = terminated(data, size).get();
+    for (const Bounds bounds : BOUNDS)
+        require_rules(text, bounds);
+    return 0;
+}
