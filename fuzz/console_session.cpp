@@ -108,8 +108,8 @@ void require_sound_host()
 {
     for (const MDIO_Record &record : recorder.records)
         REQUIRE(is_on_the_chip(record));
-    require_sound_config(host.running);
-    require_sound_config(host.applied);
+    require_sound_config(host.running, Origin::OPERATOR);
+    require_sound_config(host.applied, Origin::OPERATOR);
     for (const auto &text :
          {SW_Ranges.ports, SW_Ranges.vlanIds, SW_Ranges.userPrios, SW_Ranges.dscps})
         REQUIRE(memchr(text, '\0', SW_RANGE_TEXT_SIZE) != nullptr);

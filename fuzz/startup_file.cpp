@@ -29,7 +29,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     SetSwitchConfigDefaults(&record);
     const bool good = ParseSwitchConfig(terminated(data, size).get(), size, &record);
     const std::string lines = caughtOutput.take();
-    require_sound_config(record);
+    require_sound_config(record, Origin::STARTUP_FILE);
     REQUIRE(!good || lines.empty());
     REQUIRE(lines.empty() || lines.ends_with(" - bad section name\n") ||
             lines.ends_with(" - bad variable name\n") ||
