@@ -244,19 +244,51 @@ std::vector<int32_t> random_set(std::mt19937 &random)
     return vids;
 }
 
+/* Both parsers of long texts read it as these VLANs. */
+void expect_read_back(const std::string &text, const std::vector<int32_t> &vids)
+{
+    std::vector<int32_t> values;
+    int32_t count = 0;
+    ASSERT_TRUE(Range_Str_To_Vector(text.c_str(), values, 1, 4095, true)) << text;
+    ASSERT_EQ(values, vids);
+    ASSERT_TRUE(Int_Range_To_Int_List2(text.c_str(), nullptr, false, values, count, 1, 4095));
+    ASSERT_EQ(values, vids);
+    ASSERT_EQ(count, static_cast<int32_t>(vids.size()));
+}
+
 TEST(VlanRangesRandom, ComeBackFromBothLongParsers)
 {
     std::mt19937 random(test_seed());
     const int rounds = test_rounds(200);
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < rounds && !HasFatalFailure(); ++round) {
         const std::vector<int32_t> vids = random_set(random);
-        const std::string text = defined_vlans(*config_with(vids), LARGE).text;
-        std::vector<int32_t> values;
-        int32_t count = 0;
-        ASSERT_TRUE(Range_Str_To_Vector(text.c_str(), values, 1, 4095, true)) << text;
-        ASSERT_EQ(values, vids);
-        ASSERT_TRUE(Int_Range_To_Int_List2(text.c_str(), nullptr, false, values, count, 1, 4095));
-        ASSERT_EQ(values, vids);
+        expect_read_back(defined_vlans(*config_with(vids), LARGE).text, vids);
+    }
+}
+
+/* Tags of VLANs that do not exist are there as well, and of other ports. */
+TEST(VlanRangesRandom, OfAPortComeBackAsTheDefinedOnesThatItIsIn)
+{
+    std::mt19937 random(test_seed());
+    const int rounds = test_rounds(200);
+    for (int round = 0; round < rounds && !HasFatalFailure(); ++round) {
+        const auto config = config_with(random_set(random));
+        const auto port = static_cast<int>(random() % VLAN_ENTRY_PORTS);
+        std::vector<int32_t> members;
+        for (int32_t vid = 1; vid <= 4095; ++vid) {
+            for (uint8_t &tag : config->vlans[vid].vtu.memberTagP)
+                tag = static_cast<uint8_t>(random() % 4);
+            if (config->vlans[vid].defined != 0 &&
+                config->vlans[vid].vtu.memberTagP[port] != NOT_A_MEMBER)
+                members.push_back(vid);
+        }
+        const std::string text = port_vlans(*config, port, LARGE).text;
+        if (!members.empty())
+            expect_read_back(text, members);
+        const size_t size = 1 + random() % (text.size() + 2);
+        const Formatted cut = port_vlans(*config, port, size);
+        EXPECT_EQ(cut.text, text.substr(0, size - 1));
+        EXPECT_TRUE(cut.within);
     }
 }
 
