@@ -76,10 +76,12 @@ struct Model_Vlan {
     bool operator==(const Model_Vlan &) const = default;
 };
 
-/* VLAN port modes that do something. */
+/* VLAN port modes. Two leave the port's settings alone, and no key gives them to a port. */
+inline constexpr int MODE_NO = 0;
 inline constexpr int MODE_DEFAULT = 1;
 inline constexpr int MODE_ACCESS = 2;
 inline constexpr int MODE_TRUNK = 3;
+inline constexpr int MODE_CUSTOM = 4;
 
 /* All settings of the switch: of the running configuration, the applied one, the chip. */
 struct Model_State {

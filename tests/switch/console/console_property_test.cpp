@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <sstream>
 
 namespace
@@ -20,7 +21,8 @@ constexpr uint16_t BOARD_CHIP = 0x105;
 class ConsoleProperty : public ConsoleSession
 {
 protected:
-    /* The console at its start on the board's chip as after power-on. */
+    /* The console at its start on the board's chip as after power-on, its ports in random ones of
+     * the modes that they can have from a startup file without VLANs. */
     void start();
     void do_edit();
     void apply();
@@ -46,11 +48,18 @@ void ConsoleProperty::start()
 {
     use_chip(BOARD_CHIP);
     SetSwitchConfigDefaults(&running_);
+    model = model_at_start();
+    for (int port = 0; port < SW_PORTS; port++) {
+        constexpr int MODES[] = {MODE_NO, MODE_DEFAULT, MODE_CUSTOM, MODE_CUSTOM};
+        const int mode = MODES[edits.below(static_cast<int>(std::size(MODES)))];
+        running_.vlanPortType[port] = static_cast<uint32_t>(mode);
+        model.running.modes[port] = mode;
+    }
     applied_ = running_;
+    model.applied = model.running;
     ClearSwitchConfig(&device_image_);
     SW_Ranges = SW_INITIAL_RANGES;
     bring_up();
-    model = model_at_start();
     typed.clear();
 }
 

@@ -156,7 +156,8 @@ std::string summary_line(const Model_State &state, int port)
                (settings[SETTING_DISCARD_TAGGED] == 1 ? ")\n" : "(untagged))\n");
     if (vid == 0)
         return name + " Failed  (VID:0)\n";
-    return name + mode_text(state, port) + qos_mark(state, port) + "\n";
+    return name + mode_text(state, port) + qos_mark(state, port) +
+           (state.modes[port] == MODE_CUSTOM ? " - Port Custom Settings\n" : "\n");
 }
 
 } // namespace

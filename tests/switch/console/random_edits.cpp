@@ -187,9 +187,12 @@ std::string Random_Edits::set_ports()
 {
     const auto all = setting_rows();
     const Setting_Row &row = all[static_cast<size_t>(below(static_cast<int>(all.size())))];
-    std::string lines = line(row.menu) + line(row.key) + type_ports();
-    /* The auto mode is for LAN and WAN; other ports refuse the whole range. */
-    if (row.setting != SETTING_AUTO_MODE || is_within(model_->ports, 1, 2))
+    /* The auto mode is for LAN and WAN; a range with other ports is refused. */
+    const bool copper = row.setting == SETTING_AUTO_MODE;
+    const bool good = copper && below(4) != 0;
+    std::string lines =
+        line(row.menu) + line(row.key) + (good ? type_range(&model_->ports, 1, 2) : type_ports());
+    if (!copper || is_within(model_->ports, 1, 2))
         lines += type_values(rows_of_key(row), sorted(model_->ports));
     return lines + "0\n";
 }
@@ -236,9 +239,12 @@ std::string Random_Edits::set_vlan_entry()
 std::string Random_Edits::remove_vlan_entries()
 {
     const std::string typed = type_range(&model_->vlanIds, 1, HIGHEST_VID);
-    for (const int vid : model_->vlanIds.values)
-        model_->running.vlans[vid] = {};
-    model_->running.count = defined_vlans(model_->running);
+    const Model_Range &range = model_->vlanIds;
+    if (!range.values.empty() && is_within(range, 1, HIGHEST_VID)) {
+        for (const int vid : range.values)
+            model_->running.vlans[vid] = {};
+        model_->running.count = defined_vlans(model_->running);
+    }
     return "7\n4\n" + typed + "0\n";
 }
 
@@ -284,14 +290,16 @@ std::string Random_Edits::reinit()
     return "r\n" + sure.line;
 }
 
-/* A VLAN that is named twice counts twice. */
+/* A VLAN that is named twice counts twice. The modes are renewed after a bad range as well. */
 std::string Random_Edits::set_existing()
 {
     const std::string typed = type_range(&model_->vlanIds, 1, HIGHEST_VID);
-    remove_all();
-    for (const int vid : model_->vlanIds.values) {
-        model_->running.vlans[vid] = fresh_vlan(vid, true);
-        model_->running.count++;
+    if (is_within(model_->vlanIds, 1, HIGHEST_VID)) {
+        remove_all();
+        for (const int vid : model_->vlanIds.values) {
+            model_->running.vlans[vid] = fresh_vlan(vid, true);
+            model_->running.count++;
+        }
     }
     model_renew_modes(&model_->running);
     return "z\n" + typed;
@@ -331,6 +339,7 @@ std::string Random_Edits::set_trunk()
     const Typed_Number tag_all = type_flag(running.ports[first][SETTING_DISCARD_TAGGED]);
     Model_Range list = running.lists[first];
     std::string typed_list = type_range(&list, 1, HIGHEST_VID);
+    /* Enter may offer the "0" of an access port: refused, but offered again from then on. */
     if (below(10) == 0) {
         list = {"1-4095", {}};
         for (int each = 1; each <= HIGHEST_VID; each++)
