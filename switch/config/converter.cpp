@@ -179,9 +179,9 @@ bool store_value(SW_Config_Entry *entry, const SW_Config_Key &key, unsigned char
     case SW_Value_Kind::NUMBER:
         return store_number(*entry, key, field);
     case SW_Value_Kind::LIST:
-        return store_list(entry, field);
+        break;
     }
-    return false;
+    return store_list(entry, field);
 }
 
 /* The row of the entry's key, NO_KEY when its section has none of that name. */

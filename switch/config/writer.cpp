@@ -75,9 +75,9 @@ char *append_value(char *at, const SW_Config_Key &key, const unsigned char *fiel
     case SW_Value_Kind::WORD:
         return append_text(at, key.words->text(LoadField(field, key.size)));
     case SW_Value_Kind::LIST:
-        return append_list(at, field);
+        break;
     }
-    return at;
+    return append_list(at, field);
 }
 
 /* One key, or all indexes of one, from the field of section number 0. */
