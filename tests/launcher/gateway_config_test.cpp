@@ -1,5 +1,6 @@
 #include "launcher/gateway_config.h"
 #include "launcher/xml_depth.h"
+#include "tests/support/failing_memory.h"
 #include "tests/support/output_capture.h"
 #include "tests/support/temporary_folder.h"
 
@@ -25,12 +26,15 @@ struct Reading {
     std::string errors;
 };
 
-Reading read(const std::string &path)
+Reading read(const std::string &path, int allocations = Failing_Memory::NO_LIMIT)
 {
     Reading reading{.result = -1, .protocol = UNTOUCHED, .output = {}, .errors = {}};
     Output_Capture output(1);
     Output_Capture errors(2);
-    reading.result = read_config(path.c_str(), &reading.protocol);
+    {
+        const Failing_Memory memory(allocations);
+        reading.result = read_config(path.c_str(), &reading.protocol);
+    }
     reading.errors = errors.finish();
     reading.output = output.finish();
     return reading;
@@ -272,6 +276,13 @@ TEST(ReadConfigPath, PipeIsALoadFailureAndIsNotWaitedFor)
     const std::string pipe = folder.path() + "/pipe";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     expect_refused(read(pipe), NOT_OPENED);
+}
+
+TEST(ReadConfigPath, FileWithoutRoomInMemoryIsALoadFailure)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.write("config.xml", root(active("fxo")));
+    expect_refused(read(path, 0), "Error: out of memory.");
 }
 
 /* Root, who may read every file, becomes another user while one exists. */

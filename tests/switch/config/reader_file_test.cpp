@@ -1,4 +1,5 @@
 #include "switch/config/reader.h"
+#include "tests/support/failing_memory.h"
 #include "tests/support/memory_file.h"
 #include "tests/support/output_capture.h"
 #include "tests/support/temporary_folder.h"
@@ -73,10 +74,35 @@ TEST(ReaderFile, FifoWithAWriterIsRefused)
     fclose(both);
 }
 
+TEST(ReaderFile, WithoutMemoryAFileIsRefusedAndNothingChanges)
+{
+    const Memory_File file("[SW_PORT1]\nVID = 7\n");
+    const std::string path = file.path();
+    const Record before = filled_record(BEFORE);
+    const Record record = filled_record(BEFORE);
+    const auto load = [&](int allowed) {
+        const Failing_Memory memory(allowed);
+        return LoadSwitchConfigFile(path.c_str(), record.get());
+    };
+    int allowed = 0;
+    for (; allowed < 100 && !load(allowed); allowed++)
+        EXPECT_TRUE(same_bytes(*record, *before)) << allowed;
+    EXPECT_GT(allowed, 0);
+    EXPECT_LT(allowed, 100);
+    EXPECT_EQ(record->ports[1].vid, 7);
+}
+
 TEST(ReaderFile, SyntaxErrorIsRefusedWithoutALine)
 {
     const Temporary_Folder folder;
     expect_refused(folder.write("bad.cfg", "[SW_PORT1]\nVID = 7\nFOO = BAR\nVID\n"));
+}
+
+TEST(ReaderFile, LengthAboveTheLimitIsRefusedUnread)
+{
+    const Record record = filled_record(BEFORE);
+    EXPECT_FALSE(ParseSwitchConfig("[SW_PORT1]\nVID = 7\n", 2147483647, record.get()));
+    EXPECT_TRUE(same_bytes(*record, *filled_record(BEFORE)));
 }
 
 TEST(ReaderFile, TruncatedTextsGiveTheirCompleteEntries)

@@ -238,6 +238,20 @@ TEST_F(BringUp, ReInitWaitsASecondAndDoesBothStages)
     EXPECT_EQ(chip_.phys[2].pages[3][16], 0x1021);
 }
 
+TEST_F(BringUp, ReInitFailsWhereOnlyThePortsDo)
+{
+    use_chip(0x165); /* without a global frame size */
+    EXPECT_EQ(run([&] { return SW_ReInit(&control_); }),
+              "Try load marvell switch driver......done.\n"
+              "Marvell switch init success!\n"
+              "Device ID     : 0x165\n"
+              "Base Reg Addr : 0x10\n"
+              "No of Ports   : 6\n"
+              "CPU Port      : 3\n"
+              "...Set Max Frame Size! Error:16\n");
+    EXPECT_EQ(result_, -1);
+}
+
 TEST_F(BringUp, ReInitTakesSixtyNineAccesses)
 {
     run([&] { return SW_ReInit(&control_); });

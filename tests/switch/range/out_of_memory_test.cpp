@@ -1,6 +1,6 @@
 #include "switch/range/range_lists.h"
+#include "tests/support/failing_memory.h"
 #include "tests/support/output_capture.h"
-#include "tests/switch/range/failing_memory.h"
 #include "tests/switch/range/range_row.h"
 
 #include <functional>
