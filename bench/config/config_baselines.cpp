@@ -1,7 +1,10 @@
 #include "bench/config/config_baselines.h"
 
+#include <algorithm>
 #include <array>
 #include <ini.h>
+#include <random>
+#include <vector>
 
 namespace
 {
@@ -78,6 +81,31 @@ std::string OnePairALine(const std::string &text)
         }
     }
     return lines;
+}
+
+std::string ShuffledPairs(const std::string &lines)
+{
+    std::mt19937 random;
+    std::string shuffled;
+    std::vector<std::string> pairs;
+    const auto end_section = [&] {
+        std::shuffle(pairs.begin(), pairs.end(), random);
+        for (const std::string &pair : pairs)
+            shuffled += pair;
+        pairs.clear();
+    };
+    for (size_t at = 0; at < lines.size();) {
+        const size_t end = lines.find('\n', at) + 1;
+        if (lines[at] == '[') {
+            end_section();
+            shuffled += lines.substr(at, end - at);
+        } else {
+            pairs.push_back(lines.substr(at, end - at));
+        }
+        at = end;
+    }
+    end_section();
+    return shuffled;
 }
 
 size_t ReadFileWithInih(const char *path)

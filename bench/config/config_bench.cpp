@@ -23,17 +23,21 @@ SW_Config other;
 
 /*
  * Reader and writer beside what they are held against. The ratio of two lines is what counts:
- *   Load and TightScan, Load and InihFile or InihText, Save and OneWrite, Compare and Memcmp.
+ *   Load and TightScan, Load and InihFile or InihText, LoadShuffled and InihShuffled, Save and
+ *   OneWrite, Compare and Memcmp.
  * Files are in memory, so that no disk is measured. All of them hold the same 114,848 pairs.
  */
 
-/* The file with all VLANs, in memory and as a file: as saved, with one pair a line, and without a
- * blank around "=", which is not as the reader expects it. */
+/* The file with all VLANs, in memory and as a file: as saved, with one pair a line, with the pairs
+ * of each section in random order, and without a blank around "=": the last two are not as the
+ * reader expects them. */
 struct Files {
     std::string text;
     std::string path;
     std::string lines;
     std::string linesPath;
+    std::string shuffled;
+    std::string shuffledPath;
     std::string tight;
     std::string tightPath;
     std::string savePath;
@@ -65,13 +69,19 @@ Files make_files()
         abort();
     const std::string base = folder;
     SetAllVlans(&record);
-    Files files = {
-        StartupFileText(record), base + "/all_vlans.cfg", "", base + "/one_a_line.ini", "",
-        base + "/tight.cfg",     base + "/saved.cfg"};
+    Files files;
+    files.text = StartupFileText(record);
+    files.path = base + "/all_vlans.cfg";
     files.lines = OnePairALine(files.text);
+    files.linesPath = base + "/one_a_line.ini";
+    files.shuffled = ShuffledPairs(files.lines);
+    files.shuffledPath = base + "/shuffled.ini";
     files.tight = without_blanks(files.text);
+    files.tightPath = base + "/tight.cfg";
+    files.savePath = base + "/saved.cfg";
     write_file(files.path, files.text);
     write_file(files.linesPath, files.lines);
+    write_file(files.shuffledPath, files.shuffled);
     write_file(files.tightPath, files.tight);
     return files;
 }
@@ -86,6 +96,7 @@ void remove_files()
 {
     unlink(files().path.c_str());
     unlink(files().linesPath.c_str());
+    unlink(files().shuffledPath.c_str());
     unlink(files().tightPath.c_str());
     unlink(files().savePath.c_str());
     rmdir(files().path.substr(0, files().path.rfind('/')).c_str());
@@ -123,6 +134,12 @@ void LoadOnePairALine(benchmark::State &state)
 }
 BENCHMARK(LoadOnePairALine);
 
+void LoadShuffled(benchmark::State &state)
+{
+    load(state, files().shuffledPath);
+}
+BENCHMARK(LoadShuffled);
+
 void LoadWithoutBlanks(benchmark::State &state)
 {
     load(state, files().tightPath);
@@ -149,15 +166,26 @@ void TightScan(benchmark::State &state)
 }
 BENCHMARK(TightScan);
 
-void InihFile(benchmark::State &state)
+void inih_file(benchmark::State &state, const std::string &path)
 {
-    if (ReadFileWithInih(files().linesPath.c_str()) != PAIRS)
+    if (ReadFileWithInih(path.c_str()) != PAIRS)
         state.SkipWithError("inih missed pairs");
     for (auto _ : state)
-        benchmark::DoNotOptimize(ReadFileWithInih(files().linesPath.c_str()));
+        benchmark::DoNotOptimize(ReadFileWithInih(path.c_str()));
     set_bytes(state, files().lines);
 }
+
+void InihFile(benchmark::State &state)
+{
+    inih_file(state, files().linesPath);
+}
 BENCHMARK(InihFile);
+
+void InihShuffled(benchmark::State &state)
+{
+    inih_file(state, files().shuffledPath);
+}
+BENCHMARK(InihShuffled);
 
 void InihText(benchmark::State &state)
 {
