@@ -99,7 +99,7 @@ Result convert_text(const char *text, size_t length, SW_Config *config)
         size_t place = 0;
         const SW_Entry_Outcome outcome = ConvertConfigEntry(&entry, config, &place);
         if (outcome == SW_Entry_Outcome::STORED) {
-            TakeExpectedPairs(&tokenizer, text + length, place, config);
+            TakePlainPairs(&tokenizer, text + length, place, config);
             continue;
         }
         ConvertConfigValue(&entry);

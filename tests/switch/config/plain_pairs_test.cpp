@@ -8,7 +8,7 @@
 namespace
 {
 
-/* A text with a pair that follows the one that is saved before it, all lines that the text gives,
+/* A text with a pair that follows another one of its section, all lines that the text gives,
  * whether it is read without an error, and what it leaves in a cleared record. */
 struct Following {
     const char *name;
@@ -23,14 +23,14 @@ void PrintTo(const Following &following, std::ostream *out)
     *out << following.name;
 }
 
-class ExpectedPair : public testing::TestWithParam<Following>
+class PlainPair : public testing::TestWithParam<Following>
 {
 };
 
-/* A pair is expected only where the longest key could still follow. */
+/* A pair is taken as a plain one only where the longest key could still follow. */
 const std::string REST(100, '\n');
 
-TEST_P(ExpectedPair, IsReadLikeAnyOther)
+TEST_P(PlainPair, IsReadLikeAnyOther)
 {
     const Reading reading = read_text(GetParam().text + REST);
     EXPECT_EQ(reading.output, GetParam().output);
@@ -118,10 +118,45 @@ const Following FOLLOWING[] = {
          c.vlanPortList[1][0] = '7';
          c.vlanPortType[1] = 3;
      }},
+    {"InAnotherOrder", "[SW_COS_DSCP]\nV9 = 9 V63 = 63 V0 = 1\nV10 = 10", true, "",
+     [](SW_Config &c) {
+         c.cosDscp[9] = 9;
+         c.cosDscp[63] = 63;
+         c.cosDscp[0] = 1;
+         c.cosDscp[10] = 10;
+     }},
+    {"WordInAnotherOrder", "[SW_PORT1]\nUSER_PRIO = YES IP_PRIO = YES\n", true, "",
+     [](SW_Config &c) { c.ports[1].userPrio = c.ports[1].ipPrio = 1; }},
+    {"ListInAnotherOrder", "[SW_PORT1]\nVLAN_PORT_TYPE = TRUNK VLAN_PORT_LIST = \"7\"\n", true, "",
+     [](SW_Config &c) {
+         c.vlanPortList[1][0] = '7';
+         c.vlanPortType[1] = 3;
+     }},
+    {"LeadingZeroInAnotherOrder", "[SW_COS_DSCP]\nV9 = 1 V07 = 2 V0 = 3\n", true, "",
+     [](SW_Config &c) {
+         c.cosDscp[9] = 1;
+         c.cosDscp[7] = 2;
+         c.cosDscp[0] = 3;
+     }},
+    {"IndexMissing", "[SW_COS_DSCP]\nV9 = 1 V = 2 V0 = 1\n", true, "",
+     [](SW_Config &c) { c.cosDscp[9] = c.cosDscp[0] = 1; }},
+    {"IndexTooHigh", "[SW_COS_DSCP]\nV9 = 1 V64 = 2\n", false,
+     "ERROR: [2][8][\"SW_COS_DSCP\"]: Name \"V64\" - \"UNDEFINED\"\n"
+     "[1:2][SW_COS_DSCP] V64 - bad variable name\n",
+     [](SW_Config &c) { c.cosDscp[9] = 1; }},
+    {"AlmostAnotherKey", "[SW_VLAN5]\nSID = 1 XEMBER_TAG_P3 = 1\n", false,
+     "ERROR: [2][9][\"SW_VLAN5\"]: Name \"XEMBER_TAG_P3\" - \"UNDEFINED\"\n"
+     "[1:2][SW_VLAN5] XEMBER_TAG_P3 - bad variable name\n",
+     [](SW_Config &c) {
+         c.vlans[5].vtu.sid = 1;
+         c.vlans[5].defined = 1;
+         c.vlanEntryCount = 1;
+     }},
+    {"KeyWithoutLetters", "[SW_COS_DSCP]\nV9 = 1 9 = 2\n", false, "", nothing},
     {"ThenSyntaxError", "[SW_COS_DSCP]\nV0 = 1 V1 = 2 V2 = 3\n]\n", false, "", nothing},
 };
 
-INSTANTIATE_TEST_SUITE_P(Texts, ExpectedPair, testing::ValuesIn(FOLLOWING),
+INSTANTIATE_TEST_SUITE_P(Texts, PlainPair, testing::ValuesIn(FOLLOWING),
                          [](const auto &row) { return std::string(row.param.name); });
 
 } // namespace

@@ -184,7 +184,7 @@ const Lines LINES[] = {
     {"TabIsOneColumn", "\t[SW_PORT0]\n\t\tVID\t=\tx\n", false,
      "ERROR: [2][9][\"SW_PORT0\"][\"VID\"]: Value \"x\" - \"UNDEFINED\"\n"
      "[1:3][SW_PORT0] VID = x - bad variable value\n"},
-    {"PositionBehindExpectedPairs",
+    {"PositionBehindPlainPairs",
      "[SW_PORT0]\nPORT_TYPE = CPU AUTO_MODE = SPEED_AUTO_DUPLEX_AUTO\r\nVID = 1 "
      "VID_FORCE_DEFAULT = NO\nDOT1Q_MODE = 5\nFOO = 1\n",
      false,
