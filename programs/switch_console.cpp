@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <malloc.h>
 #include <unistd.h>
 
 namespace
@@ -103,6 +104,14 @@ struct Host {
 };
 Host host;
 
+/* Blocks of a load, 2 MB for the largest file, go back to the system after it. The C library would
+ * else raise the size from which it does so, and keep them from the second load on. */
+void keep_no_large_blocks()
+{
+    constexpr int LARGE = 128 * 1024;
+    mallopt(M_MMAP_THRESHOLD, LARGE);
+}
+
 /* The kernel device or the simulated chip, and the trace above it. */
 bool prepare_seam(const Options &options)
 {
@@ -149,6 +158,7 @@ int main(int, char **arguments)
         fputs(USAGE, stdout);
         return 0;
     }
+    keep_no_large_blocks();
     if (!prepare_seam(options))
         return 1;
     run_menu(options);

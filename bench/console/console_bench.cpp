@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <malloc.h>
 #include <string>
 #include <unistd.h>
 
@@ -121,6 +122,8 @@ int main(int count, char **arguments)
     if (benchmark::ReportUnrecognizedArguments(count, arguments))
         return 2;
     files();
+    /* As switch_console does: the blocks of a load go back to the system after it. */
+    mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     Sim_Chip_Init(&chip, Sim_Board_Chip(), {SIM_DIRECT, 16});
     Sim_Seam_Install(&seam, &chip);
     SW_Install_Wait({no_wait, nullptr});

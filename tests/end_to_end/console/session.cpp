@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <poll.h>
 #include <pty.h>
 #include <stdexcept>
@@ -121,6 +122,18 @@ void Terminal_Session::wait_for(size_t length)
 {
     while (shown.size() < length && read_more()) {
     }
+}
+
+size_t Terminal_Session::private_memory() const
+{
+    std::ifstream status("/proc/" + std::to_string(process_) + "/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        size_t kib = 0;
+        if (std::sscanf(line.c_str(), "RssAnon: %zu kB", &kib) == 1)
+            return kib;
+    }
+    return 0;
 }
 
 int Terminal_Session::finish()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -37,6 +38,9 @@ public:
 
     /* Waits until `shown` is at least as long as `length`, or for ten seconds, or for the end. */
     void wait_for(size_t length);
+
+    /* What the program has in memory for itself alone now, in KiB; 0 when it has ended. */
+    size_t private_memory() const;
 
     /* Waits for the end of the program; its status as waitpid gives it. */
     int finish();
