@@ -1,10 +1,12 @@
 #include "simulator/seam.h"
+#include "simulator/trace.h"
 #include "switch/chip/driver.h"
 #include "tests/end_to_end/mdio/board_device.h"
 
 #include <benchmark/benchmark.h>
 
 #include <fcntl.h>
+#include <functional>
 #include <memory>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
@@ -13,8 +15,8 @@
 /*
  * What a register access costs. kernel_*: one driver field write on the kernel device beside the
  * bare calls that it makes; their ratio counts, not the times. They run on a stand-in only:
- * tools/bench_mdio puts one at /dev/mdio and preloads an ioctl that succeeds. simulated_*: accesses
- * answered by the simulated chip.
+ * tools/bench_private puts one at /dev/mdio and preloads an ioctl that succeeds. simulated_*:
+ * accesses answered by the simulated chip.
  */
 
 namespace
@@ -42,7 +44,7 @@ bool bare_access(MDIO_Record *record)
 void kernel_bare_calls(benchmark::State &state)
 {
     if (!is_stand_in()) {
-        state.SkipWithError("no stand-in at /dev/mdio: use tools/bench_mdio");
+        state.SkipWithError("no stand-in at /dev/mdio: use tools/bench_private");
         return;
     }
     while (state.KeepRunning()) {
@@ -60,7 +62,7 @@ BENCHMARK(kernel_bare_calls);
 void kernel_field_write(benchmark::State &state)
 {
     if (!is_stand_in()) {
-        state.SkipWithError("no stand-in at /dev/mdio: use tools/bench_mdio");
+        state.SkipWithError("no stand-in at /dev/mdio: use tools/bench_private");
         return;
     }
     SW_Device device = board_device();
@@ -112,6 +114,16 @@ void simulated_write(benchmark::State &state)
 }
 BENCHMARK(simulated_write);
 
+/* The register accesses that an operation makes. */
+double count_accesses(const std::function<void()> &operation)
+{
+    Sim_Counters counters = {};
+    Sim_Counters_Install(&counters);
+    operation();
+    Sim_Layer_Remove(&counters.layer);
+    return static_cast<double>(counters.reads + counters.writes);
+}
+
 void simulated_field_write(benchmark::State &state, Sim_Access_Mode mode)
 {
     const Simulation simulation({mode, 16});
@@ -126,12 +138,27 @@ void simulated_field_write(benchmark::State &state, Sim_Access_Mode mode)
         state.SkipWithError("the driver does not load");
         return;
     }
+    state.counters["accesses"] = count_accesses([&device] { swSetPortVid(&device, PORT, 5); });
     while (state.KeepRunning()) {
         swSetPortVid(&device, PORT, 5);
     }
 }
 BENCHMARK_CAPTURE(simulated_field_write, direct, SIM_DIRECT);
 BENCHMARK_CAPTURE(simulated_field_write, indirect, SIM_INDIRECT);
+
+/* The chip's table is idle at every access. */
+void simulated_vlan_entry(benchmark::State &state)
+{
+    const Simulation simulation({SIM_DIRECT, 16});
+    SW_Device device = board_device();
+    Vlan_Table_Entry entry = {};
+    entry.vid = 7;
+    state.counters["accesses"] = count_accesses([&] { swVtuAddEntry(&device, &entry); });
+    while (state.KeepRunning()) {
+        swVtuAddEntry(&device, &entry);
+    }
+}
+BENCHMARK(simulated_vlan_entry);
 
 } // namespace
 
