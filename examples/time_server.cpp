@@ -1,7 +1,8 @@
 /*
  * An example of an NTP server, the smallest that a simple client (RFC 4330) takes. It serves one
  * command: in a private network, in which 127.0.0.1 is its own, it answers on port 123 while the
- * command runs, and ends with the command's exit status. It never answers on a real network.
+ * command runs, and ends with the command's exit status. On a board of one's own the machine's
+ * 127.0.0.1 will do. It never answers on a real network.
  */
 
 #include "ntp/packet.h"
@@ -33,14 +34,16 @@ constexpr uint8_t STRATUM_PRIMARY = 1;
 constexpr uint8_t PRECISION_ONE_SECOND = 0;
 
 constexpr const char *USAGE =
-    "usage: time_server [--time SECONDS] COMMAND [ARGUMENT...]\n"
+    "usage: time_server [--open] [--time SECONDS] COMMAND [ARGUMENT...]\n"
     "\n"
     "Runs the command in a private network in which 127.0.0.1 serves the time over NTP.\n"
     "\n"
+    "  --open          serve all of this machine on its own 127.0.0.1, without a private network\n"
     "  --time SECONDS  serve this time, in seconds since 1970, instead of the machine's\n"
     "  --help          print this text\n";
 
 struct Options {
+    bool open;
     bool fixedTime;
     time_t time;
     char **command;
@@ -122,7 +125,7 @@ int run_command(char **command)
 
 int run(const Options &options)
 {
-    const Private_Network network = enter_private_network();
+    const Private_Network network = options.open ? Private_Network{} : enter_private_network();
     if (!network.refusal.empty()) {
         fprintf(stderr, "time_server: %s\n", network.refusal.c_str());
         return 1;
@@ -139,6 +142,10 @@ int run(const Options &options)
 /* False when the arguments are not of the usage. */
 bool read_arguments(char **argument, Options *options)
 {
+    if (argument[0] && strcmp(argument[0], "--open") == 0) {
+        options->open = true;
+        ++argument;
+    }
     if (argument[0] && strcmp(argument[0], "--time") == 0) {
         char *end = nullptr;
         options->fixedTime = true;

@@ -14,10 +14,11 @@ namespace
 {
 
 const std::string USAGE =
-    "usage: time_server [--time SECONDS] COMMAND [ARGUMENT...]\n"
+    "usage: time_server [--open] [--time SECONDS] COMMAND [ARGUMENT...]\n"
     "\n"
     "Runs the command in a private network in which 127.0.0.1 serves the time over NTP.\n"
     "\n"
+    "  --open          serve all of this machine on its own 127.0.0.1, without a private network\n"
     "  --time SECONDS  serve this time, in seconds since 1970, instead of the machine's\n"
     "  --help          print this text\n";
 
@@ -87,6 +88,20 @@ TEST_F(TimeServer, ServesNobodyElse)
     EXPECT_EQ(client.wait(), 1);
 }
 
+/* The test's own network stands for the machine's. */
+TEST_F(TimeServer, OpenServesTheWholeMachine)
+{
+    Child_Process server(
+        {TIME_SERVER, "--open", "--time", "1700000000", "sh", "-c", "echo up; sleep 2"});
+    server.read_until("up");
+    Child_Process client({TIME_CLIENT, "--dry-run", "--once", "127.0.0.1"});
+    EXPECT_EQ(client.output(), "NTP_Time_Get remote_server-127.0.0.1\n"
+                               "NTP: Dry run, clock would be set to 1700000000\n"
+                               "NTP: Local Time Updated: Tue Nov 14 22:13:20 2023\n"
+                               "\n");
+    EXPECT_EQ(client.wait(), 0);
+}
+
 TEST_F(TimeServer, RefusesBadArguments)
 {
     const std::vector<std::vector<std::string>> all = {
@@ -96,6 +111,8 @@ TEST_F(TimeServer, RefusesBadArguments)
         {TIME_SERVER, "--time", "", "true"},
         {TIME_SERVER, "--time", "12x", "true"},
         {TIME_SERVER, "--tim", "12", "true"},
+        {TIME_SERVER, "--open"},
+        {TIME_SERVER, "--time", "12", "--open", "true"},
     };
     for (const std::vector<std::string> &arguments : all) {
         Child_Process server(arguments);
