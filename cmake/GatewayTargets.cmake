@@ -37,7 +37,7 @@ function(gateway_count_coverage name)
         OUTPUT_VARIABLE folder)
     if(GATEWAY_COVERAGE AND folder MATCHES "^(launcher|switch|ntp|programs)(/|$)")
         target_compile_options(${name} PRIVATE
-            --coverage $<$<STREQUAL:${folder},ntp>:-fprofile-update=atomic>)
+            --coverage $<$<IN_LIST:${folder},ntp;programs>:-fprofile-update=atomic>)
         target_link_options(${name} PUBLIC --coverage)
     endif()
 endfunction()
