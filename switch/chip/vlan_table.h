@@ -21,8 +21,8 @@ int swVtuFlush(SW_Device *device);
  * 2 bits. */
 int swVtuAddEntry(SW_Device *device, const Vlan_Table_Entry *entry);
 
-/* The entry with the lowest VLAN ID. SW_STATUS_FAIL when the table is empty. A failure leaves the
- * entry as it was; success writes it whole, with 0 in everything that the chip does not hold. */
+/* The entry with the lowest VLAN ID, 0 to 4095. SW_STATUS_FAIL when the table is empty. A failure
+ * leaves the entry as it was; success writes it whole, with 0 in what the chip does not hold. */
 int swVtuGetFirst(SW_Device *device, Vlan_Table_Entry *entry);
 
 /* Replaces the entry by the one with the next higher VLAN ID; only the ID is read, modulo 4096.

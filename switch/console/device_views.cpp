@@ -59,8 +59,6 @@ void read_vtu(SW_Device *device, SW_Config *image)
     ClearVlanTable(image);
     image->vlanEntryCount = count;
     walk_vtu(device, [image](const Vlan_Table_Entry &entry) {
-        if (entry.vid >= SW_VLANS)
-            return;
         image->vlans[entry.vid].vtu = entry;
         image->vlans[entry.vid].defined = 1;
     });

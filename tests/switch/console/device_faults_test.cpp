@@ -179,6 +179,14 @@ TEST_F(DeviceViews, VtuWalkThatFailsShowsTheEntriesUpToThere)
     EXPECT_EQ(shown(Dev_Vtu_Rows), VTU_HEADER);
 }
 
+/* Whatever the chip answers, the VLAN ID has 12 bits. */
+TEST_F(DeviceViews, VtuAnswerOfAllOnesIsVlan4095)
+{
+    ASSERT_TRUE(Sim_Faults_Add(&faults_, {SIM_FAULT_ALL_ONES, 1, 1000, 0x1B, 6}));
+    EXPECT_EQ(shown(Dev_Vtu_Rows), VTU_HEADER
+              " 4095 | None       | None       | None       | None       | None      \n");
+}
+
 /* Straight from the chip: nothing of the image shows through. */
 TEST_F(DeviceViews, ChipTablesShowZeroesWhereReadingFails)
 {
