@@ -12,12 +12,6 @@
  * that no work can be left out. */
 size_t ScanPairs(const char *text, size_t *lengths);
 
-/* The same pairs with one pair a line, as inih reads them. */
-std::string OnePairALine(const std::string &text);
-
-/* The same lines with the pairs of each section in an order that is random and always the same. */
-std::string ShuffledPairs(const std::string &lines);
-
 /* Reads a file, or a text, with inih into a handler that counts. Returns the number of pairs. */
 size_t ReadFileWithInih(const char *path);
 size_t ReadTextWithInih(const char *text);

@@ -1,4 +1,5 @@
 #include "bench/config/config_baselines.h"
+#include "bench/config/pair_texts.h"
 #include "switch/config/model.h"
 #include "switch/config/reader.h"
 #include "switch/config/writer.h"
