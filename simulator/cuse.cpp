@@ -87,7 +87,9 @@ fuse_session *new_session(Sim_Cuse *cuse, const char *name)
     cuse_info information = {};
     information.dev_info_argc = 1;
     information.dev_info_argv = variables;
-    return cuse_lowlevel_new(&arguments, &information, &OPERATIONS, cuse);
+    fuse_session *session = cuse_lowlevel_new(&arguments, &information, &OPERATIONS, cuse);
+    fuse_opt_free_args(&arguments); /* the library has made copies of them */
+    return session;
 }
 
 /* A session takes an open descriptor in place of a mount point when it is written so. */
