@@ -104,7 +104,7 @@ bool attach(fuse_session *session, int descriptor)
 
 bool Sim_Cuse_Start(Sim_Cuse *cuse, Sim_Device *device, const char *name, int descriptor)
 {
-    *cuse = {device, nullptr, false};
+    *cuse = {device, nullptr, nullptr, false};
     cuse->session = new_session(cuse, name);
     if (cuse->session != nullptr && attach(cuse->session, descriptor)) {
         return true;
@@ -122,11 +122,12 @@ int Sim_Cuse_Descriptor(const Sim_Cuse &cuse)
 Sim_Cuse_Step Sim_Cuse_Serve(Sim_Cuse *cuse)
 {
     fuse_buf call = {};
+    call.mem = cuse->memory;
     const int got = fuse_session_receive_buf(cuse->session, &call);
+    cuse->memory = call.mem;
     if (got > 0) {
         fuse_session_process_buf(cuse->session, &call);
     }
-    free(call.mem);
     if (got == -EINTR || got == -EAGAIN) {
         return SIM_CUSE_GOES_ON;
     }
@@ -142,5 +143,7 @@ void Sim_Cuse_Stop(Sim_Cuse *cuse)
     if (cuse->session != nullptr) {
         fuse_session_destroy(cuse->session);
     }
+    free(cuse->memory);
     cuse->session = nullptr;
+    cuse->memory = nullptr;
 }

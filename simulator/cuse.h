@@ -12,7 +12,8 @@ struct fuse_session;
 struct Sim_Cuse {
     Sim_Device *device;
     fuse_session *session;
-    bool ready; /* the kernel has made the node */
+    void *memory; /* for the calls, large; the library gets it with the first one */
+    bool ready;   /* the kernel has made the node */
 };
 
 /*
