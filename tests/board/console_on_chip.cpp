@@ -1,6 +1,6 @@
 /*
- * The switch console's own program with one step more at its end: what its chip holds is written to a
- * file. Usage: console_on_chip REGISTERS_FILE, then the arguments of switch_console.
+ * The switch console's own program with one step more at its end: what its chip holds is written to
+ * a file. Usage: console_on_chip REGISTERS_FILE, then the arguments of switch_console.
  */
 
 int switch_console_main(int count, char **arguments);
