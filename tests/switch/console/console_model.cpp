@@ -110,7 +110,7 @@ bool apply_setting(Console_Model *model, int port, const Setting_Row &row, std::
     }
     model->chip.ports[port][row.setting] = cut_to_chip(row, value);
     if (value != old)
-        *lines += "Switch: Port " + std::to_string(port) + " " + row.name + ": " +
+        *lines += std::string("Switch: Port ") + std::to_string(port) + " " + row.name + ": " +
                   logged(row, old) + " -> " + logged(row, value) + "\n";
     return true;
 }
