@@ -25,33 +25,34 @@ Parsed parse_silently(const char *text, Bounds bounds)
 
 /* What the long dialect accepts is accepted here, with the same values, when no two digits stand
  * side by side. */
-void require_agreement(const std::string &text, const Parsed &here, Bounds bounds)
+void require_agreement(const char *text, const Parsed &here, Bounds bounds)
 {
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    const auto twoDigits = std::adjacent_find(
-        text.begin(), text.end(), [&](char a, char b) { return isDigit(a) && isDigit(b); });
+    const char *const end = text + strlen(text);
+    const char *const twoDigits =
+        std::adjacent_find(text, end, [&](char a, char b) { return isDigit(a) && isDigit(b); });
     Parsed there;
-    there.good = Int_Range_To_Int_List2(text.c_str(), nullptr, false, there.values, there.count,
-                                        bounds.min, bounds.max);
+    there.good = Int_Range_To_Int_List2(text, nullptr, false, there.values, there.count, bounds.min,
+                                        bounds.max);
     caughtOutput.take();
-    if (there.good && twoDigits == text.end())
+    if (there.good && twoDigits == end)
         REQUIRE(here.good && here.values == there.values);
 }
 
-void require_rules(const std::string &text, Bounds bounds)
+void require_rules(const char *text, Bounds bounds)
 {
     const Plain_Result expected = plain_list(text, bounds.min, bounds.max);
-    const Parsed parsed = parse(text.c_str(), false, bounds);
+    const Parsed parsed = parse(text, false, bounds);
     REQUIRE(parsed.good == expected.accepted);
     REQUIRE(parsed.printed == expected.line);
     REQUIRE(parsed.good ? parsed.values == expected.values : is_untouched(parsed));
     REQUIRE(are_within(expected.values, bounds));
     REQUIRE(!parsed.good || parsed.values.size() == static_cast<size_t>(parsed.count));
-    Parsed silent = parse_silently(text.c_str(), bounds);
+    Parsed silent = parse_silently(text, bounds);
     silent.printed = parsed.printed;
     REQUIRE(silent == parsed);
-    const Parsed kept = parse(text.c_str(), true, bounds);
-    REQUIRE(kept.good == (parsed.good && text.size() < SW_RANGE_TEXT_SIZE));
+    const Parsed kept = parse(text, true, bounds);
+    REQUIRE(kept.good == (parsed.good && strlen(text) < SW_RANGE_TEXT_SIZE));
     REQUIRE(kept.printed == parsed.printed);
     REQUIRE(kept.good ? is_remembered(kept, text) && kept.values == parsed.values
                       : is_untouched(kept));
@@ -62,8 +63,8 @@ void require_rules(const std::string &text, Bounds bounds)
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::string text = terminated(data, size).get();
+    const std::unique_ptr<char[]> text = terminated(data, size);
     for (const Bounds bounds : BOUNDS)
-        require_rules(text, bounds);
+        require_rules(text.get(), bounds);
     return 0;
 }
