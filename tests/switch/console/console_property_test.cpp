@@ -28,6 +28,7 @@ protected:
     void apply();
     void expect_config_view();
     void expect_device_status();
+    void expect_vlan_words();
     void expect_other_device_views();
 
     const uint32_t seed = test_seed();
@@ -135,6 +136,21 @@ void ConsoleProperty::expect_device_status()
     ASSERT_EQ(type(Main_Menu, "p\n0\n"), heading() + shown_device_status(model.chip)) << trace();
 }
 
+/* What no view shows: the tag bits of the table by chip port, nothing in the others. */
+void ConsoleProperty::expect_vlan_words()
+{
+    for (int vid = 0; vid < MODEL_VIDS; vid++) {
+        const auto &tags = model.chip.vlans[vid].tags;
+        const int low = tags[2] | tags[1] << 4 | tags[0] << 8 | tags[4] << 12;
+        const Sim_Vlan_Entry &entry = chip_.vlans.entries[vid];
+        ASSERT_EQ(entry.valid, model.chip.vlans[vid].defined) << vid << '\n' << trace();
+        ASSERT_EQ(entry.data[0], low) << vid << '\n' << trace();
+        ASSERT_EQ(entry.data[1], tags[3]) << vid << '\n' << trace();
+        ASSERT_EQ(entry.data[2], 0) << vid << '\n' << trace();
+        ASSERT_EQ(entry.database, 0) << vid << '\n' << trace();
+    }
+}
+
 void ConsoleProperty::expect_ports_of_vlan_tab()
 {
     const std::string offered = model.ports.text;
@@ -182,6 +198,8 @@ TEST_F(ConsoleProperty, DeviceViewsShowWhatTheAppliedEditsPutOnTheChip)
                 expect_device_status();
             if (!HasFailure())
                 expect_other_device_views();
+            if (!HasFailure())
+                expect_vlan_words();
         }
     }
 }
