@@ -65,12 +65,14 @@ endfunction()
 
 # gateway_test(NAME SOURCES file... LINKS library... [SECONDS limit]): a GoogleTest program. SECONDS
 # bounds one CTest entry; the default suits a single test, or a whole program where
-# GATEWAY_TEST_PER_PROGRAM is set.
+# GATEWAY_TEST_PER_PROGRAM is set. Full optimisation of the test itself would be waited for longer
+# than it saves.
 function(gateway_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "SECONDS" "SOURCES;LINKS")
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         gateway_options ${arg_LINKS} test_support GTest::gmock GTest::gtest_main)
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Release>:-O1>)
     if(GATEWAY_PRECOMPILED_TESTS)
         target_precompile_headers(${name} REUSE_FROM test_support)
     endif()
