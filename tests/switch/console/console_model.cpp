@@ -1,6 +1,6 @@
 #include "tests/switch/console/console_model.h"
 
-#include <algorithm>
+#include <iterator>
 
 namespace
 {
@@ -220,7 +220,7 @@ std::string run_text(int first, int last)
 
 void model_factory(Model_State *state)
 {
-    *state = {};
+    *state = Model_State();
     state->frame = 1;
     for (int port = 0; port < MODEL_PORTS; port++) {
         for (const Model_Setting one : {SETTING_VID, SETTING_COUNT_IFG, SETTING_COUNT_PRE,
@@ -229,7 +229,7 @@ void model_factory(Model_State *state)
         state->modes[port] = MODE_DEFAULT;
         state->lists[port] = {"1", {1}};
     }
-    state->userClasses = {1, 0, 0, 1, 2, 2, 3, 3};
+    state->userClasses = {{1, 0, 0, 1, 2, 2, 3, 3}};
     for (int dscp = 0; dscp < 64; dscp++)
         state->dscpClasses[dscp] = dscp / 16;
 }
@@ -242,7 +242,7 @@ Console_Model model_at_start()
     /* What the chip holds after power-on and load. */
     for (auto &settings : model.chip.ports)
         settings[SETTING_VID] = settings[SETTING_IP_PRIO] = settings[SETTING_USER_PRIO] = 1;
-    model.chip.userClasses = {0, 0, 1, 1, 2, 2, 3, 3};
+    model.chip.userClasses = {{0, 0, 1, 1, 2, 2, 3, 3}};
     model.chip.dscpClasses = model.running.dscpClasses;
     return model;
 }

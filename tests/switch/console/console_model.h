@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -59,6 +58,20 @@ std::span<const Setting_Row> setting_rows();
 /* The text of a value in views and logs; empty for a value outside the list. */
 std::string setting_text(Setting_Kind kind, int32_t value);
 
+/* An array that is indexed with any integer type, copied and compared whole. */
+template <class Value, int Size>
+struct Model_Array {
+    Value values[Size]{};
+
+    Value &operator[](int index) { return values[index]; }
+    const Value &operator[](int index) const { return values[index]; }
+    Value *begin() { return values; }
+    Value *end() { return values + Size; }
+    const Value *begin() const { return values; }
+    const Value *end() const { return values + Size; }
+    bool operator==(const Model_Array &) const = default;
+};
+
 /* A run of VLANs or ports as lists have it: "7" or "7-9". */
 std::string run_text(int first, int last);
 
@@ -72,7 +85,7 @@ struct Model_Range {
 struct Model_Vlan {
     bool defined = false;
     int vid = 0;
-    std::array<int, MODEL_PORTS> tags{}; /* by port index */
+    Model_Array<int, MODEL_PORTS> tags; /* by port index */
     bool operator==(const Model_Vlan &) const = default;
 };
 
@@ -86,13 +99,13 @@ inline constexpr int MODE_CUSTOM = 4;
 /* All settings of the switch: of the running configuration, the applied one, the chip. */
 struct Model_State {
     int frame = 0; /* 1: 1632 bytes */
-    std::array<std::array<int32_t, MODEL_SETTINGS>, MODEL_PORTS> ports{};
-    std::vector<Model_Vlan> vlans = std::vector<Model_Vlan>(MODEL_VIDS);
+    Model_Array<Model_Array<int32_t, MODEL_SETTINGS>, MODEL_PORTS> ports;
+    Model_Array<Model_Vlan, MODEL_VIDS> vlans;
     int count = 0; /* of VLANs, as the console counts them */
-    std::array<int, 8> userClasses{};
-    std::array<int, 64> dscpClasses{};
-    std::array<int, MODEL_PORTS> modes{};         /* not of the chip: 0 there */
-    std::array<Model_Range, MODEL_PORTS> lists{}; /* not of the chip: empty there */
+    Model_Array<int, 8> userClasses;
+    Model_Array<int, 64> dscpClasses;
+    Model_Array<int, MODEL_PORTS> modes;         /* not of the chip: 0 there */
+    Model_Array<Model_Range, MODEL_PORTS> lists; /* not of the chip: empty there */
     bool operator==(const Model_State &) const = default;
 };
 

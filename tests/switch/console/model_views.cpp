@@ -2,7 +2,6 @@
 
 #include "tests/switch/console/table_texts.h"
 
-#include <algorithm>
 #include <cstdio>
 
 namespace
@@ -67,11 +66,11 @@ Line line_of(const Model_State &chip, int port)
     }
 }
 
-template <size_t Count>
-std::string class_pairs(const std::array<int, Count> &classes)
+template <int Count>
+std::string class_pairs(const Model_Array<int, Count> &classes)
 {
     std::string text;
-    for (int index = 0; index < static_cast<int>(Count); index++) {
+    for (int index = 0; index < Count; index++) {
         if (index != 0)
             text += index % 8 == 0 ? "\n" : " | ";
         text += formatted("%2d %2d", index, classes[index]);

@@ -1,6 +1,7 @@
 #include "tests/switch/console/random_edits.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 
 namespace
@@ -79,7 +80,7 @@ int defined_vlans(const Model_State &state)
 /* What the VLAN menu makes of a VLAN that it names: no member. */
 Model_Vlan fresh_vlan(int vid, bool defined)
 {
-    return {defined, vid, {1, 1, 1, 1, 1}};
+    return {defined, vid, {{1, 1, 1, 1, 1}}};
 }
 
 } // namespace
@@ -148,7 +149,8 @@ Random_Edits::Typed_Number Random_Edits::type_number(int32_t current,
     const int choice = below(static_cast<int>(choices.size()) + 1);
     if (choice == 0)
         return {"\n", current};
-    return {line(choices[choice - 1]), choices[choice - 1] & 0xFFFF};
+    const int number = choices[static_cast<size_t>(choice - 1)];
+    return {line(number), number & 0xFFFF};
 }
 
 Random_Edits::Typed_Number Random_Edits::type_vid(int32_t current)
@@ -210,12 +212,12 @@ std::string Random_Edits::set_classes(char key, int entries, Model_Range *range,
 
 std::string Random_Edits::set_user_prio_classes()
 {
-    return set_classes('c', 8, &model_->userPrios, model_->running.userClasses.data());
+    return set_classes('c', 8, &model_->userPrios, model_->running.userClasses.values);
 }
 
 std::string Random_Edits::set_dscp_classes()
 {
-    return set_classes('d', 64, &model_->dscps, model_->running.dscpClasses.data());
+    return set_classes('d', 64, &model_->dscps, model_->running.dscpClasses.values);
 }
 
 std::string Random_Edits::set_vlan_entry()

@@ -4,6 +4,7 @@
 
 #include <random>
 #include <string>
+#include <vector>
 
 /* Lines typed into one of the two main menus, which they leave again. */
 struct Typed_Edit {
