@@ -12,80 +12,8 @@ constexpr int OK = 0;
 constexpr int FAIL = 1;
 constexpr int BAD_PARAM = 4;
 constexpr int NOT_SUPPORTED = 16;
-constexpr unsigned NO_PORT = 255;
 constexpr uint32_t NO_MIRROR = 15;
 constexpr uint32_t PAGE_REGISTER = 22;
-
-/* Which chips have what. */
-bool always(Sets)
-{
-    return true;
-}
-
-bool newer(Sets s)
-{
-    return (s.a & 0x7ef9fe03) > 3 || (s.b & 0x800) != 0;
-}
-
-bool vlans(Sets s)
-{
-    return (s.a & 0x7efffd97) > 3 || (s.b & 0x3f1) != 0;
-}
-
-bool discards(Sets s)
-{
-    return (s.a & 0x7efff800) != 0 || (s.b & 0x3f1) != 0;
-}
-
-bool priorities(Sets s)
-{
-    return (s.a & 0x7effffd7) != 0 || (s.b & 0x3f1) != 0;
-}
-
-bool core_tag(Sets s)
-{
-    return (s.a & 0x1f800) != 0;
-}
-
-bool rate_flags(Sets s)
-{
-    return (s.a & 0x1ffd0) != 0;
-}
-
-bool ingress_rate(Sets s)
-{
-    return (s.a & 0x1ffd0) != 0 || (s.b & 0x200) != 0;
-}
-
-bool egress_rate(Sets s)
-{
-    return (s.a & 0x7effafd0) != 0 || (s.b & 0x3f1) != 0;
-}
-
-bool mirrors(Sets s)
-{
-    return (s.a & 0x7ef9f800) != 0 || (s.b & 0x3f1) != 0;
-}
-
-bool frame_size(Sets s)
-{
-    return (s.a & 0x7ee00000) == 0;
-}
-
-bool wide_layout(Sets s)
-{
-    return newer(s) || (s.a & 0x60000) != 0 || (s.b & 0x3f1) != 0;
-}
-
-bool rate_flags_in_9(Sets s)
-{
-    return (s.a & 0x7ef9fc03) > 3 || (s.b & 0x800) != 0;
-}
-
-bool link_in_11(Sets s)
-{
-    return (s.a & 0x7ef9fe00) != 0 || (s.b & 0x800) != 0;
-}
 
 bool facts_from_phy(Sets s)
 {
@@ -110,7 +38,7 @@ Rate_Place pri0_place(Sets s)
 
 Rate_Place egress_place(Sets s)
 {
-    if ((s.a & 0x7ef9fe00) == 0 && (s.b & 0x800) == 0 && (s.a & 0x60000) == 0 && (s.b & 0x3f1) == 0)
+    if (model_is_oldest(s))
         return {{10, 0, 3}, 0, false};
     if ((s.b & 0x3f1) != 0)
         return {{9, 0, 12}, 40, true};
@@ -126,139 +54,6 @@ Rate_Place rate_place(const Register_Model &model, Model_Kind kind)
     return kind == PRI0_RATE ? pri0_place(model.sets) : egress_place(model.sets);
 }
 
-/* Wrappers that give all operations one form. */
-template <int (*Set)(SW_Device *, uint32_t, uint32_t)>
-int set_one(SW_Device *device, uint32_t index, const Values &values)
-{
-    return Set(device, index, values[0]);
-}
-
-template <int (*Get)(SW_Device *, uint32_t, uint32_t *)>
-int get_one(SW_Device *device, uint32_t index, Values *values)
-{
-    return Get(device, index, values != nullptr ? values->data() : nullptr);
-}
-
-template <int (*Set)(SW_Device *, uint32_t)>
-int set_one(SW_Device *device, uint32_t /*index*/, const Values &values)
-{
-    return Set(device, values[0]);
-}
-
-template <int (*Get)(SW_Device *, uint32_t *)>
-int get_one(SW_Device *device, uint32_t /*index*/, Values *values)
-{
-    return Get(device, values != nullptr ? values->data() : nullptr);
-}
-
-int set_egress_rate(SW_Device *device, uint32_t port, const Values &values)
-{
-    const SW_Egress_Rate rate = {values[0]};
-    return swSetEgressRate(device, port, &rate);
-}
-
-int get_egress_rate(SW_Device *device, uint32_t port, Values *values)
-{
-    if (values == nullptr)
-        return swGetEgressRate(device, port, nullptr);
-    SW_Egress_Rate rate = {(*values)[0]};
-    const int status = swGetEgressRate(device, port, &rate);
-    (*values)[0] = rate.rate;
-    return status;
-}
-
-int set_bytes_count(SW_Device *device, uint32_t port, const Values &values)
-{
-    const SW_Bytes_Count flags = {values[0], values[1], values[2]};
-    return swSetBytesCount(device, port, &flags);
-}
-
-int get_bytes_count(SW_Device *device, uint32_t port, Values *values)
-{
-    if (values == nullptr)
-        return swGetBytesCount(device, port, nullptr);
-    SW_Bytes_Count flags = {(*values)[0], (*values)[1], (*values)[2]};
-    const int status = swGetBytesCount(device, port, &flags);
-    *values = {flags.limitMgmt, flags.countIfg, flags.countPre};
-    return status;
-}
-
-int set_phy_page(SW_Device *device, uint32_t port, const Values &values)
-{
-    return swWritePagedPhyReg(device, port, values[2], values[1], static_cast<uint16_t>(values[0]));
-}
-
-int get_phy_page(SW_Device *device, uint32_t port, Values *values)
-{
-    if (values == nullptr)
-        return swReadPagedPhyReg(device, port, 0, 1, nullptr);
-    auto content = static_cast<uint16_t>((*values)[0]);
-    const int status = swReadPagedPhyReg(device, port, (*values)[2], (*values)[1], &content);
-    if (status == OK)
-        (*values)[0] = content;
-    return status;
-}
-
-/* The bits of a row that are the same on every chip. */
-template <unsigned Number, unsigned First, unsigned Length>
-Bits at(Sets)
-{
-    return {Number, First, Length};
-}
-
-#define TWINS(NAME) set_one<swSet##NAME>, get_one<swGet##NAME>
-#define GET_ONLY(NAME) nullptr, get_one<swGet##NAME>
-
-// clang-format off
-constexpr Model_Row ROWS[] = {
-    {"PortVid", NUMBER, always, at<7, 0, 12>, TWINS(PortVid)},
-    {"PortForceDefaultVid", FLAG, vlans, at<7, 12, 1>, TWINS(PortForceDefaultVid)},
-    {"PortDot1qMode", NUMBER, vlans,
-     [](Sets s) { return wide_layout(s) ? Bits{8, 10, 2} : Bits{6, 10, 2}; }, TWINS(PortDot1qMode)},
-    {"DiscardTagged", FLAG, discards, at<8, 9, 1>, TWINS(DiscardTagged)},
-    {"DiscardUntagged", FLAG, discards, at<8, 8, 1>, TWINS(DiscardUntagged)},
-    {"EgressMode", EGRESS_MODE, priorities, at<4, 12, 2>, TWINS(EgressMode)},
-    {"UseCoreTag", FLAG, core_tag, at<4, 15, 1>, TWINS(UseCoreTag)},
-    {"PrioMapRule", FLAG, priorities, at<4, 6, 1>, TWINS(PrioMapRule)},
-    {"UseIpPrio", FLAG, priorities, at<4, 5, 1>, TWINS(UseIpPrio)},
-    {"UseUserPrio", FLAG, priorities, at<4, 4, 1>, TWINS(UseUserPrio)},
-    {"PortDefaultPrio", NUMBER, priorities,
-     [](Sets s) { return wide_layout(s) ? Bits{7, 13, 3} : Bits{7, 14, 2}; }, TWINS(PortDefaultPrio)},
-    {"Pri3Rate", FLAG, rate_flags,
-     [](Sets s) { return rate_flags_in_9(s) ? Bits{9, 14, 1} : Bits{10, 13, 1}; }, TWINS(Pri3Rate)},
-    {"Pri2Rate", FLAG, rate_flags,
-     [](Sets s) { return rate_flags_in_9(s) ? Bits{9, 13, 1} : Bits{10, 12, 1}; }, TWINS(Pri2Rate)},
-    {"Pri1Rate", FLAG, rate_flags,
-     [](Sets s) { return rate_flags_in_9(s) ? Bits{9, 12, 1} : Bits{10, 11, 1}; }, TWINS(Pri1Rate)},
-    {"Pri0Rate", PRI0_RATE, ingress_rate, nullptr, TWINS(Pri0Rate)},
-    {"EgressRate", EGRESS_RATE, egress_rate, nullptr, set_egress_rate, get_egress_rate},
-    {"BytesCount", BYTES_COUNT, ingress_rate, nullptr, set_bytes_count, get_bytes_count},
-    {"IngressMirrorSource", FLAG, mirrors, at<8, 5, 1>, TWINS(IngressMirrorSource)},
-    {"EgressMirrorSource", FLAG, mirrors, at<8, 4, 1>, TWINS(EgressMirrorSource)},
-    {"PhyDetect", FACT, newer, at<0, 12, 1>, GET_ONLY(PhyDetect)},
-    {"LinkState", FACT, always,
-     [](Sets s) { return link_in_11(s) ? Bits{0, 11, 1} : Bits{0, 12, 1}; }, GET_ONLY(LinkState)},
-    {"Duplex", LINK_FACT, always,
-     [](Sets s) { return newer(s) ? Bits{0, 10, 1} : Bits{0, 9, 1}; }, GET_ONLY(Duplex)},
-    {"SpeedMode", LINK_FACT, always,
-     [](Sets s) { return newer(s) ? Bits{0, 8, 2} : Bits{0, 8, 1}; }, GET_ONLY(SpeedMode)},
-    {"UserPrioToTrafficClass", CLASS, priorities, at<24, 0, 2>, TWINS(UserPrioToTrafficClass)},
-    {"DscpToTrafficClass", CLASS, priorities, at<16, 0, 2>, TWINS(DscpToTrafficClass)},
-    {"MaxFrameSize", FRAME_SIZE, frame_size, at<4, 10, 1>, TWINS(MaxFrameSize)},
-    {"IngressMirrorDest", MIRROR_DEST, mirrors, at<26, 8, 4>, TWINS(IngressMirrorDest)},
-    {"EgressMirrorDest", MIRROR_DEST, mirrors, at<26, 12, 4>, TWINS(EgressMirrorDest)},
-    {"PagedPhyReg", PHY_PAGE, always, nullptr, set_phy_page, get_phy_page},
-};
-// clang-format on
-
-unsigned hardware_port(const Register_Model &model, uint32_t port)
-{
-    if (port >= model.hardwarePorts.size())
-        return NO_PORT;
-    const char letter = model.hardwarePorts[port];
-    return letter == 'A' ? 10 : static_cast<unsigned>(letter - '0');
-}
-
 bool has_phy(const Register_Model &model, unsigned hardwarePort)
 {
     return ((model.phyPorts >> hardwarePort) & 1) != 0;
@@ -266,8 +61,8 @@ bool has_phy(const Register_Model &model, unsigned hardwarePort)
 
 uint16_t *port_registers(Register_Model *model, uint32_t port)
 {
-    const unsigned first = newer(model->sets) ? 0x10 : model->base + 8;
-    return model->registers[first + hardware_port(*model, port)];
+    const unsigned first = model_is_newer(model->sets) ? 0x10 : model->base + 8;
+    return model->registers[first + model_hardware_port(model->hardwarePorts, port)];
 }
 
 uint16_t *registers_of(Register_Model *model, const Model_Row &row, uint32_t index)
@@ -341,14 +136,15 @@ uint32_t get_rate(Register_Model *model, const uint16_t *registers, const Rate_P
 /* Management frames, gap, preamble. */
 std::array<Bits, 3> bytes_count_bits(Sets s)
 {
-    if (newer(s))
+    if (model_is_newer(s))
         return {{{9, 15, 1}, {10, 13, 1}, {10, 12, 1}}};
     return {{{10, 6, 1}, {10, 5, 1}, {10, 4, 1}}};
 }
 
 int set_mirror(Register_Model *model, const Model_Row &row, uint16_t *registers, uint32_t port)
 {
-    const uint32_t target = port == NO_MIRROR ? NO_MIRROR : hardware_port(*model, port);
+    const uint32_t target =
+        port == NO_MIRROR ? NO_MIRROR : model_hardware_port(model->hardwarePorts, port);
     write(registers, row.place(model->sets), target);
     return OK;
 }
@@ -357,7 +153,7 @@ int set_mirror(Register_Model *model, const Model_Row &row, uint16_t *registers,
 uint32_t get_mirror(const Register_Model &model, uint32_t target)
 {
     for (uint32_t port = 0; port < model.hardwarePorts.size(); port++)
-        if (hardware_port(model, port) == target)
+        if (model_hardware_port(model.hardwarePorts, port) == target)
             return port;
     return NO_MIRROR;
 }
@@ -366,10 +162,11 @@ uint32_t get_mirror(const Register_Model &model, uint32_t target)
 int check(const Register_Model &model, const Model_Row &row, uint32_t index)
 {
     const bool of_port = row.kind < CLASS || row.kind == PHY_PAGE;
-    if (of_port && hardware_port(model, index) == NO_PORT)
+    if (of_port && model_hardware_port(model.hardwarePorts, index) == MODEL_NO_PORT)
         return BAD_PARAM;
     const bool from_phy = row.kind == LINK_FACT && facts_from_phy(model.sets);
-    if ((from_phy || row.kind == PHY_PAGE) && !has_phy(model, hardware_port(model, index)))
+    if ((from_phy || row.kind == PHY_PAGE) &&
+        !has_phy(model, model_hardware_port(model.hardwarePorts, index)))
         return NOT_SUPPORTED;
     return row.supported(model.sets) ? OK : NOT_SUPPORTED;
 }
@@ -388,7 +185,7 @@ int check_set(const Register_Model &model, const Model_Row &row, uint32_t index,
               const Values &values)
 {
     if (row.kind == MIRROR_DEST && values[0] != NO_MIRROR &&
-        hardware_port(model, values[0]) == NO_PORT)
+        model_hardware_port(model.hardwarePorts, values[0]) == MODEL_NO_PORT)
         return BAD_PARAM;
     const int status = check(model, row, index);
     return status == OK ? check_value(model, row, values) : status;
@@ -400,20 +197,23 @@ uint32_t link_fact(const Register_Model &model, const uint16_t *registers, const
     const Bits bits = row.place(model.sets);
     if (!facts_from_phy(model.sets))
         return read(registers, bits);
-    const Model_Link &link = model.links[hardware_port(model, port)];
+    const Model_Link &link = model.links[model_hardware_port(model.hardwarePorts, port)];
     return bits.first == 8 ? link.speed : link.full;
 }
 
 } // namespace
 
-std::span<const Model_Row> model_rows()
+unsigned model_hardware_port(const std::string &hardwarePorts, uint32_t port)
 {
-    return ROWS;
+    if (port >= hardwarePorts.size())
+        return MODEL_NO_PORT;
+    const char letter = hardwarePorts[port];
+    return letter == 'A' ? 10 : static_cast<unsigned>(letter - '0');
 }
 
 unsigned model_global_address(const Register_Model &model)
 {
-    return newer(model.sets) ? 0x1B : model.base + 15;
+    return model_is_newer(model.sets) ? 0x1B : model.base + 15;
 }
 
 uint16_t model_page(const Register_Model &model, unsigned hardwarePort, unsigned page,
@@ -454,7 +254,7 @@ int model_set(Register_Model *model, const Model_Row &row, uint32_t index, const
         return set_mirror(model, row, registers, values[0]);
     case PHY_PAGE:
         if (values[2] != PAGE_REGISTER)
-            model->pages[{hardware_port(*model, index), values[1], values[2]}] =
+            model->pages[{model_hardware_port(model->hardwarePorts, index), values[1], values[2]}] =
                 static_cast<uint16_t>(values[0]);
         break;
     default:
@@ -496,7 +296,8 @@ int model_get(Register_Model *model, const Model_Row &row, uint32_t index, Value
         value = get_mirror(*model, read(registers, row.place(model->sets)));
         break;
     case PHY_PAGE:
-        value = model_page(*model, hardware_port(*model, index), (*values)[1], (*values)[2]);
+        value = model_page(*model, model_hardware_port(model->hardwarePorts, index), (*values)[1],
+                           (*values)[2]);
         break;
     default:
         value = read(registers, row.place(model->sets));

@@ -25,6 +25,15 @@ struct Model_Sets {
     uint32_t b;
 };
 
+/* The newer layout, with fixed addresses, and the oldest one; most chips of the older layout are
+ * between them. */
+bool model_is_newer(Model_Sets sets);
+bool model_is_oldest(Model_Sets sets);
+
+/* The hardware port of a driver port by the letters of Driven_Chip; 255 when there is none. */
+inline constexpr unsigned MODEL_NO_PORT = 255;
+unsigned model_hardware_port(const std::string &hardwarePorts, uint32_t port);
+
 struct Model_Bits {
     unsigned number;
     unsigned first;

@@ -25,21 +25,7 @@ bool has_extended_fields(Model_Sets s)
 
 bool has_override(const Vlan_Model &model)
 {
-    const Model_Sets s = model.sets;
-    const bool newer = (s.a & 0x7ef9fe03) > 3 || (s.b & 0x800) != 0;
-    return newer && model.hardwarePorts.size() < 8;
-}
-
-bool is_oldest(Model_Sets s)
-{
-    return (s.a & 0x7ef9fe00) == 0 && (s.b & 0x800) == 0 && (s.a & 0x60000) == 0 &&
-           (s.b & 0x3f1) == 0;
-}
-
-unsigned hardware_port(const Vlan_Model &model, size_t port)
-{
-    const char letter = model.hardwarePorts[port];
-    return letter == 'A' ? 10 : static_cast<unsigned>(letter - '0');
+    return model_is_newer(model.sets) && model.hardwarePorts.size() < 8;
 }
 
 /* A flag in its bit with a number below it, 0 without the flag. */
@@ -51,8 +37,8 @@ unsigned flagged(uint32_t flag, unsigned bit, unsigned number, unsigned first)
 Vlan_Words pack(const Vlan_Model &model, const Vlan_Table_Entry &entry)
 {
     unsigned data[3] = {};
-    for (size_t port = 0; port < model.hardwarePorts.size(); port++) {
-        const unsigned hardware = hardware_port(model, port);
+    for (uint32_t port = 0; port < model.hardwarePorts.size(); port++) {
+        const unsigned hardware = model_hardware_port(model.hardwarePorts, port);
         const unsigned state = has_states(model.sets) ? entry.portStateP[port] % 4U : 0;
         data[hardware / 4] |= (entry.memberTagP[port] % 4U + 4 * state) << (4 * (hardware % 4));
     }
@@ -74,8 +60,8 @@ Vlan_Table_Entry unpack(const Vlan_Model &model, uint32_t vid, const Vlan_Words 
     Vlan_Table_Entry entry = {};
     entry.vid = static_cast<uint16_t>(vid);
     entry.dbNum = static_cast<uint16_t>(words.database % 16 + words.database / 256 * 16);
-    for (size_t port = 0; port < model.hardwarePorts.size(); port++) {
-        const unsigned hardware = hardware_port(model, port);
+    for (uint32_t port = 0; port < model.hardwarePorts.size(); port++) {
+        const unsigned hardware = model_hardware_port(model.hardwarePorts, port);
         const unsigned bits = words.data[hardware / 4] >> (4 * (hardware % 4));
         entry.memberTagP[port] = bits % 4;
         entry.portStateP[port] = bits / 4 % 4;
@@ -117,7 +103,7 @@ int model_vlan_add(Vlan_Model *model, const Vlan_Table_Entry &entry)
 {
     if (!has_table(model->sets))
         return NOT_SUPPORTED;
-    if (entry.vid > 4095 || entry.dbNum > (is_oldest(model->sets) ? 15 : 63))
+    if (entry.vid > 4095 || entry.dbNum > (model_is_oldest(model->sets) ? 15 : 63))
         return BAD_PARAM;
     model->entries[entry.vid] = pack(*model, entry);
     return OK;
