@@ -29,12 +29,12 @@ SW_Entry_Outcome ConvertConfigEntry(SW_Config_Entry *entry, SW_Config *config, s
 void ConvertConfigValue(SW_Config_Entry *entry);
 
 /*
- * Stores the plain pairs that follow the one at place: a key of its section, a number or a word that
- * the key accepts, and a blank or a line end. Ends before the first that is anything else, where
- * the tokenizer then stands; that one is for NextConfigEntry.
- * It gives what NextConfigEntry and ConvertConfigEntry would give for each of them, at less cost;
- * pairs in the order of the writer cost least. The tokenizer has just delivered the entry at place,
- * which was stored, from a text that stops at end.
+ * Stores the plain pairs that follow the one at place: a key of its section, a number or a word
+ * that the key accepts, and a blank or a line end. Ends before the first that is anything else,
+ * where the tokenizer then stands; that one is for NextConfigEntry. It gives what NextConfigEntry
+ * and ConvertConfigEntry would give for each of them, at less cost; pairs in the order of the
+ * writer cost least. The tokenizer has just delivered the entry at place, which was stored, from a
+ * text that stops at end.
  */
 void TakePlainPairs(SW_Config_Tokenizer *tokenizer, const char *end, size_t place,
                     SW_Config *config);
