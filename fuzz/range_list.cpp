@@ -1,6 +1,5 @@
 /* The short range dialect, one-digit numbers, against the plain one. */
 
-#include "fuzz/plain_ranges.h"
 #include "fuzz/range_parse.h"
 
 namespace
@@ -42,20 +41,10 @@ void require_agreement(const char *text, const Parsed &here, Bounds bounds)
 void require_rules(const char *text, Bounds bounds)
 {
     const Plain_Result expected = plain_list(text, bounds.min, bounds.max);
-    const Parsed parsed = parse(text, false, bounds);
-    REQUIRE(parsed.good == expected.accepted);
-    REQUIRE(parsed.printed == expected.line);
-    REQUIRE(parsed.good ? parsed.values == expected.values : is_untouched(parsed));
-    REQUIRE(are_within(expected.values, bounds));
-    REQUIRE(!parsed.good || parsed.values.size() == static_cast<size_t>(parsed.count));
+    const Parsed parsed = require_as_plain(expected, parse, text, bounds);
     Parsed silent = parse_silently(text, bounds);
     silent.printed = parsed.printed;
     REQUIRE(silent == parsed);
-    const Parsed kept = parse(text, true, bounds);
-    REQUIRE(kept.good == (parsed.good && strlen(text) < SW_RANGE_TEXT_SIZE));
-    REQUIRE(kept.printed == parsed.printed);
-    REQUIRE(kept.good ? is_remembered(kept, text) && kept.values == parsed.values
-                      : is_untouched(kept));
     require_agreement(text, parsed, bounds);
 }
 
@@ -63,8 +52,6 @@ void require_rules(const char *text, Bounds bounds)
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::unique_ptr<char[]> text = terminated(data, size);
-    for (const Bounds bounds : BOUNDS)
-        require_rules(text.get(), bounds);
+    require_within_all_bounds(data, size, require_rules);
     return 0;
 }

@@ -1,7 +1,6 @@
 /* The long range dialect against the plain one of the tests. */
 
 #include "fuzz/range_parse.h"
-#include "tests/switch/range/plain_list2.h"
 
 namespace
 {
@@ -28,16 +27,7 @@ void require_agreement(const char *text, const Parsed &here, Bounds bounds)
 void require_rules(const char *text, Bounds bounds)
 {
     const Plain_Result expected = plain_list2(text, bounds.min, bounds.max);
-    const Parsed parsed = parse(text, false, bounds);
-    REQUIRE(parsed.good == expected.accepted);
-    REQUIRE(parsed.printed == expected.line);
-    REQUIRE(parsed.good ? parsed.values == expected.values : is_untouched(parsed));
-    REQUIRE(!parsed.good || parsed.values.size() == static_cast<size_t>(parsed.count));
-    const Parsed kept = parse(text, true, bounds);
-    REQUIRE(kept.good == (parsed.good && strlen(text) < SW_RANGE_TEXT_SIZE));
-    REQUIRE(kept.printed == parsed.printed);
-    REQUIRE(kept.good ? is_remembered(kept, text) && kept.values == parsed.values
-                      : is_untouched(kept));
+    const Parsed parsed = require_as_plain(expected, parse, text, bounds);
     require_agreement(text, parsed, bounds);
 }
 
@@ -45,8 +35,6 @@ void require_rules(const char *text, Bounds bounds)
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::unique_ptr<char[]> text = terminated(data, size);
-    for (const Bounds bounds : BOUNDS)
-        require_rules(text.get(), bounds);
+    require_within_all_bounds(data, size, require_rules);
     return 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fuzz/plain_ranges.h"
 #include "fuzz/target.h"
 #include "switch/range/range_lists.h"
 
@@ -52,4 +53,33 @@ inline std::vector<int32_t> sorted_without_repeats(std::vector<int32_t> values)
     std::sort(values.begin(), values.end());
     values.erase(std::unique(values.begin(), values.end()), values.end());
     return values;
+}
+
+/* A dialect that can remember its text, by parse(text, keep, bounds), against the plain parser's
+ * result. Returns what it gives without remembering. */
+template <class Parse>
+Parsed require_as_plain(const Plain_Result &expected, const Parse &parse, const char *text,
+                        Bounds bounds)
+{
+    const Parsed parsed = parse(text, false, bounds);
+    REQUIRE(parsed.good == expected.accepted);
+    REQUIRE(parsed.printed == expected.line);
+    REQUIRE(parsed.good ? parsed.values == expected.values : is_untouched(parsed));
+    REQUIRE(are_within(expected.values, bounds));
+    REQUIRE(!parsed.good || parsed.values.size() == static_cast<size_t>(parsed.count));
+    const Parsed kept = parse(text, true, bounds);
+    REQUIRE(kept.good == (parsed.good && strlen(text) < SW_RANGE_TEXT_SIZE));
+    REQUIRE(kept.printed == parsed.printed);
+    REQUIRE(kept.good ? is_remembered(kept, text) && kept.values == parsed.values
+                      : is_untouched(kept));
+    return parsed;
+}
+
+/* The bytes as a text, with each pair of bounds. */
+template <class Rules>
+void require_within_all_bounds(const uint8_t *data, size_t size, const Rules &rules)
+{
+    const std::unique_ptr<char[]> text = terminated(data, size);
+    for (const Bounds bounds : BOUNDS)
+        rules(text.get(), bounds);
 }

@@ -1,6 +1,5 @@
 /* The dialect of VLAN IDs against the plain one, its two stages, and the texts of sets of VLANs. */
 
-#include "fuzz/plain_ranges.h"
 #include "fuzz/range_parse.h"
 #include "switch/range/vlan_ranges.h"
 
@@ -71,8 +70,6 @@ void require_rules(const char *text, Bounds bounds)
 
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const std::unique_ptr<char[]> text = terminated(data, size);
-    for (const Bounds bounds : BOUNDS)
-        require_rules(text.get(), bounds);
+    require_within_all_bounds(data, size, require_rules);
     return 0;
 }
