@@ -1,6 +1,7 @@
 /* Random edits typed into both main menus, applied and looked at on the simulated chip, against a
  * plain model of the console. */
 
+#include "switch/console/device_views.h"
 #include "tests/support/random_seed.h"
 #include "tests/switch/console/console_session.h"
 #include "tests/switch/console/model_views.h"
@@ -40,6 +41,7 @@ private:
     std::string type(Setting_Menu menu, const std::string &lines);
     std::string heading() const;
     void expect_ports_of_vlan_tab();
+    void expect_device_image();
     std::string trace() const;
 
     std::vector<std::string> typed; /* of this round, with the name of the menu */
@@ -163,6 +165,14 @@ void ConsoleProperty::expect_ports_of_vlan_tab()
         << trace();
 }
 
+/* What the views have read into the image, and left in it. */
+void ConsoleProperty::expect_device_image()
+{
+    EXPECT_EQ(shown(Print_Device_Image), shown_device_status(model.chip));
+    EXPECT_EQ(take_trace(), "");
+    set_flags(1, 1);
+}
+
 void ConsoleProperty::expect_other_device_views()
 {
     const Model_State &chip = model.chip;
@@ -180,6 +190,7 @@ void ConsoleProperty::expect_other_device_views()
     EXPECT_NE(view.find("0. Back\n" + vlan_tab + "\nVLAN Tab Setting Menu:\n"), std::string::npos)
         << view;
     expect_ports_of_vlan_tab();
+    expect_device_image();
     ASSERT_FALSE(HasFailure()) << trace();
 }
 
