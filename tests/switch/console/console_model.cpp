@@ -1,6 +1,7 @@
 #include "tests/switch/console/console_model.h"
 
 #include <iterator>
+#include <set>
 
 namespace
 {
@@ -297,7 +298,8 @@ void model_access_mode(Model_State *state, int port, int vid)
 void model_trunk_mode(Model_State *state, int port, int vid, bool tagAll, const Model_Range &list)
 {
     auto &settings = state->ports[port];
-    if (list.values.size() != MODEL_VIDS - 1) { /* a list of all VLANs waits for the apply */
+    const std::set<int> named(list.values.begin(), list.values.end());
+    if (named.size() != MODEL_VIDS - 1) { /* a list of all VLANs waits for the apply */
         leave_all_vlans(state, port);
         for (const int allowed : list.values)
             if (state->vlans[allowed].defined)

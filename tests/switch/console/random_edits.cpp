@@ -77,6 +77,16 @@ int defined_vlans(const Model_State &state)
     return static_cast<int>(std::ranges::count(state.vlans, true, &Model_Vlan::defined));
 }
 
+/* As many numbers as there are VLANs: each of them, or the first twice and the last not. */
+Model_Range as_many_as_vlans(bool each)
+{
+    Model_Range range = {each ? "1-4095" : "1-4094,1", {}};
+    for (int vid = 1; vid < HIGHEST_VID; vid++)
+        range.values.push_back(vid);
+    range.values.push_back(each ? HIGHEST_VID : 1);
+    return range;
+}
+
 /* What the VLAN menu makes of a VLAN that it names: no member. */
 Model_Vlan fresh_vlan(int vid, bool defined)
 {
@@ -343,10 +353,8 @@ std::string Random_Edits::set_trunk()
     std::string typed_list = type_range(&list, 1, HIGHEST_VID);
     /* Enter may offer the "0" of an access port: refused, but offered again from then on. */
     if (below(10) == 0) {
-        list = {"1-4095", {}};
-        for (int each = 1; each <= HIGHEST_VID; each++)
-            list.values.push_back(each);
-        typed_list = "1-4095\n";
+        list = as_many_as_vlans(below(2) == 0);
+        typed_list = list.text + "\n";
     }
     model_->vlanIds = list;
     if (is_within(list, 1, HIGHEST_VID))
