@@ -1,5 +1,6 @@
 #include "simulator/mdio_device.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cinttypes>
 
@@ -56,7 +57,9 @@ int Sim_Device_Open(Sim_Device *device)
     if (made_its_last_request(*device)) {
         return ENODEV;
     }
-    ++device->counts.opens;
+    Sim_Device_Counts &counts = device->counts;
+    ++counts.opens;
+    counts.mostOpen = std::max(counts.mostOpen, counts.opens - counts.closes);
     return 0;
 }
 
@@ -81,6 +84,7 @@ bool Sim_Device_Is_Gone(const Sim_Device &device)
 void Sim_Device_Print_Counts(const Sim_Device_Counts &counts, FILE *file)
 {
     fprintf(file,
-            "opens %" PRIu64 "\nrequests %" PRIu64 "\nfailed %" PRIu64 "\ncloses %" PRIu64 "\n",
-            counts.opens, counts.requests, counts.failed, counts.closes);
+            "opens %" PRIu64 "\nrequests %" PRIu64 "\nfailed %" PRIu64 "\ncloses %" PRIu64
+            "\nmost open %" PRIu64 "\n",
+            counts.opens, counts.requests, counts.failed, counts.closes, counts.mostOpen);
 }

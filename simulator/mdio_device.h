@@ -15,6 +15,7 @@ struct Sim_Device_Counts {
     uint64_t requests; /* refused and failed ones too */
     uint64_t failed;   /* of the requests: those answered with an error */
     uint64_t closes;
+    uint64_t mostOpen; /* opens at a time that were not yet closed */
 };
 
 /* Filled by the operations below; zeroed before the first use. Large, like the chip. */
@@ -52,5 +53,6 @@ int Sim_Device_Request(Sim_Device *device, unsigned long number, MDIO_Record *re
 /* Whether the last request has been made and its client has closed the node: it is to vanish. */
 bool Sim_Device_Is_Gone(const Sim_Device &device);
 
-/* Prints the counts, a line each: "opens 3", "requests 3", "failed 0", "closes 3". */
+/* Prints the counts, a line each: "opens 3", "requests 3", "failed 0", "closes 3", then
+ * "most open 1". */
 void Sim_Device_Print_Counts(const Sim_Device_Counts &counts, FILE *file);

@@ -45,7 +45,7 @@ protected:
     std::vector<uint64_t> counts() const
     {
         const Sim_Device_Counts &counts = device->counts;
-        return {counts.opens, counts.requests, counts.failed, counts.closes};
+        return {counts.opens, counts.requests, counts.failed, counts.closes, counts.mostOpen};
     }
 
     const std::unique_ptr<Sim_Device> device = std::make_unique<Sim_Device>();
@@ -75,21 +75,27 @@ TEST_F(ServedDevice, AnswersForAnyChipAtAnyPlace)
 
 TEST_F(ServedDevice, CountsEachCall)
 {
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{0, 0, 0, 0}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{0, 0, 0, 0, 0}));
     read(0x10, 3);
     write(0x11, 7, 1);
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{2, 2, 0, 2}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{2, 2, 0, 2, 1}));
     EXPECT_EQ(Sim_Device_Open(device.get()), 0);
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{3, 2, 0, 2}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{3, 2, 0, 2, 1}));
+    EXPECT_EQ(Sim_Device_Open(device.get()), 0);
+    Sim_Device_Close(device.get());
+    Sim_Device_Close(device.get());
+    read(0x10, 3);
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{5, 3, 0, 5, 2}));
 }
 
 TEST_F(ServedDevice, PrintsItsCounts)
 {
     Memory_File file;
     FILE *stream = fopen(file.path().c_str(), "w");
-    Sim_Device_Print_Counts({1, 20, 3, 18446744073709551615U}, stream);
+    Sim_Device_Print_Counts({1, 20, 3, 18446744073709551615U, 4}, stream);
     fclose(stream);
-    EXPECT_EQ(file.read(), "opens 1\nrequests 20\nfailed 3\ncloses 18446744073709551615\n");
+    EXPECT_EQ(file.read(), "opens 1\nrequests 20\nfailed 3\ncloses 18446744073709551615\n"
+                           "most open 4\n");
 }
 
 TEST_F(ServedDevice, RefusesRequestsThatItDoesNotKnow)
@@ -102,7 +108,7 @@ TEST_F(ServedDevice, RefusesRequestsThatItDoesNotKnow)
     EXPECT_EQ(access(&record), EINVAL);
     EXPECT_EQ(record.value, 77U);
     EXPECT_EQ(device->faults.requests, 0U) << "a plan counts what the chip may get";
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{3, 3, 3, 3}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{3, 3, 3, 3, 1}));
 }
 
 TEST_F(ServedDevice, FailsAsPlanned)
@@ -116,7 +122,7 @@ TEST_F(ServedDevice, FailsAsPlanned)
     EXPECT_EQ(read(0x11, 7), 1U);
     EXPECT_EQ(read(0x10, 3), 0x1052U);
     EXPECT_EQ(read(0x10, 3), 0xFFFFU);
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{6, 6, 2, 6}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{6, 6, 2, 6, 1}));
 }
 
 TEST_F(ServedDevice, VanishesWithTheCloseAfterItsLastRequest)
@@ -133,7 +139,7 @@ TEST_F(ServedDevice, VanishesWithTheCloseAfterItsLastRequest)
     EXPECT_EQ(Sim_Device_Open(device.get()), ENODEV);
     Sim_Device_Close(device.get());
     EXPECT_TRUE(Sim_Device_Is_Gone(*device));
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{2, 3, 1, 2}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{2, 3, 1, 2, 1}));
 }
 
 TEST_F(ServedDevice, TracesWholeLinesOfWhatTheClientSees)
@@ -165,7 +171,7 @@ TEST_F(ServedDevice, IsUpOnceAndStartsAnewWithAChipAfterPowerOn)
     EXPECT_EQ(device->counts.requests, 1U);
     Sim_Device_Down(device.get());
     ASSERT_TRUE(up(Sim_Board_Chip(), {SIM_DIRECT, 16}));
-    EXPECT_EQ(counts(), (std::vector<uint64_t>{0, 0, 0, 0}));
+    EXPECT_EQ(counts(), (std::vector<uint64_t>{0, 0, 0, 0, 0}));
     EXPECT_EQ(read(0x11, 7), 1U);
     EXPECT_EQ(read(0x11, 7), 1U);
     EXPECT_EQ(read(0x11, 7), 1U);

@@ -218,7 +218,7 @@ TEST_F(MdioSimulatorStart, EndsWithItsReportsWhenTheKernelIsLost)
     EXPECT_EQ(run.status, STATUS_1);
     EXPECT_EQ(run.output, "short read on fuse device\n"
                           "mdio_simulator: /dev/mdio: Input/output error\n");
-    EXPECT_EQ(root.read("/tmp/counters"), "opens 0\nrequests 0\nfailed 0\ncloses 0\n");
+    EXPECT_EQ(root.read("/tmp/counters"), "opens 0\nrequests 0\nfailed 0\ncloses 0\nmost open 0\n");
     const std::string registers = root.read("/tmp/registers");
     EXPECT_EQ(registers.substr(0, 51), "chip 060 1\nregister 00 00 3100\nregister 00 01 786d\n");
 }
