@@ -262,6 +262,17 @@ bool write_reports(const Options &options)
     return counted && dumped;
 }
 
+/* A line that was lost on the way counts too, whatever the last one's fate. */
+bool end_trace(const Options &options)
+{
+    if (server.trace == nullptr) {
+        return true;
+    }
+    const bool whole = ferror(server.trace) == 0;
+    errno = EIO; /* for lines lost before */
+    return (fclose(server.trace) == 0 && whole) || complain(options.traceFile);
+}
+
 /* Held back from here on, and read where the calls are waited for. */
 bool hold_signals()
 {
@@ -370,7 +381,8 @@ bool run(const Options &options)
     const bool served = serve(options);
     Sim_Cuse_Stop(&server.cuse);
     Sim_Device_Down(&server.device);
-    return write_reports(options) && served;
+    const bool traced = end_trace(options);
+    return write_reports(options) && traced && served;
 }
 
 } // namespace
