@@ -60,8 +60,9 @@ void set_up(unsigned choice)
     Sim_Chip_Init(&host.chip, Sim_Board_Chip(), {SIM_DIRECT, 16});
     REQUIRE(Sim_Seam_Install(&host.seam, &host.chip));
     REQUIRE(Sim_Faults_Install(&host.faults));
-    if ((choice & FAULTS) != 0)
+    if ((choice & FAULTS) != 0) {
         REQUIRE(Sim_Faults_At_Random(&host.faults, choice, ONE_IN));
+    }
     REQUIRE(Sim_Recorder_Install(&recorder));
 }
 
@@ -123,8 +124,9 @@ size_t run(const Menu &menu, std::string_view lines, Typed *typed)
     REQUIRE(stdin != nullptr);
     menu();
     size_t unread = 0;
-    while (fgetc(stdin) != EOF)
+    while (fgetc(stdin) != EOF) {
         unread++;
+    }
     fclose(stdin);
     return lines.size() - unread;
 }
@@ -139,13 +141,15 @@ void require_left(std::string_view lines, size_t read, uint32_t forceExit)
 
 void require_sound_host()
 {
-    for (const MDIO_Record &record : recorder.records)
+    for (const MDIO_Record &record : recorder.records) {
         REQUIRE(is_on_the_chip(record));
+    }
     require_sound_config(host.running, Origin::OPERATOR);
     require_sound_config(host.applied, Origin::OPERATOR);
     for (const auto &text :
-         {SW_Ranges.ports, SW_Ranges.vlanIds, SW_Ranges.userPrios, SW_Ranges.dscps})
+         {SW_Ranges.ports, SW_Ranges.vlanIds, SW_Ranges.userPrios, SW_Ranges.dscps}) {
         REQUIRE(memchr(text, '\0', SW_RANGE_TEXT_SIZE) != nullptr);
+    }
 }
 
 } // namespace

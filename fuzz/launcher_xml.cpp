@@ -50,8 +50,9 @@ int depth_of(const TiXmlNode &node)
 {
     int deepest = 0;
     for (const TiXmlElement *child = node.FirstChildElement(); child != nullptr;
-         child = child->NextSiblingElement())
+         child = child->NextSiblingElement()) {
         deepest = std::max(deepest, 1 + depth_of(*child));
+    }
     return deepest;
 }
 
@@ -59,8 +60,9 @@ int depth_of(const TiXmlNode &node)
 void require_depth(const std::string &text)
 {
     const int counted = xml_depth(text.data(), text.size());
-    if (counted > XML_DEPTH_LIMIT)
+    if (counted > XML_DEPTH_LIMIT) {
         return;
+    }
     constexpr size_t LONGEST_CHARACTER = 4; /* which the library may take beyond the end */
     TiXmlDocument document;
     document.Parse((text + std::string(LONGEST_CHARACTER, '\0')).c_str());

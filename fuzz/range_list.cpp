@@ -34,8 +34,9 @@ void require_agreement(const char *text, const Parsed &here, Bounds bounds)
     there.good = Int_Range_To_Int_List2(text, nullptr, false, there.values, there.count, bounds.min,
                                         bounds.max);
     caughtOutput.take();
-    if (there.good && twoDigits == end)
+    if (there.good && twoDigits == end) {
         REQUIRE(here.good && here.values == there.values);
+    }
 }
 
 void require_rules(const char *text, Bounds bounds)

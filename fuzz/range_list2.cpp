@@ -19,9 +19,10 @@ Parsed parse(const char *text, bool keep, Bounds bounds)
 void require_agreement(const char *text, const Parsed &here, Bounds bounds)
 {
     std::vector<int32_t> there;
-    if (here.good && !here.values.empty())
+    if (here.good && !here.values.empty()) {
         REQUIRE(Range_Str_To_Vector(text, there, bounds.min, bounds.max, true) &&
                 there == sorted_without_repeats(here.values));
+    }
 }
 
 void require_rules(const char *text, Bounds bounds)

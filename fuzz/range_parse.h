@@ -80,6 +80,7 @@ template <class Rules>
 void require_within_all_bounds(const uint8_t *data, size_t size, const Rules &rules)
 {
     const std::unique_ptr<char[]> text = terminated(data, size);
-    for (const Bounds bounds : BOUNDS)
+    for (const Bounds bounds : BOUNDS) {
         rules(text.get(), bounds);
+    }
 }

@@ -25,8 +25,9 @@ Parsed parse_in_stages(const char *text, Bounds bounds)
     parsed.good = Range_Str_To_Lexems(text, lexems, false) &&
                   Range_Lexems_To_Vector(lexems, values, bounds.min, bounds.max, false) &&
                   !values.empty();
-    if (parsed.good)
+    if (parsed.good) {
         parsed.values = sorted_without_repeats(values);
+    }
     return parsed;
 }
 
@@ -36,8 +37,9 @@ void require_round_trip(const std::vector<int32_t> &vids)
     static SW_Config config;
     static char text[5 * SW_VLANS];
     static char other[sizeof text];
-    for (const int32_t vid : vids)
+    for (const int32_t vid : vids) {
         config.vlans[vid].defined = 1;
+    }
     Format_Defined_Vlans(&config, text, sizeof text);
     Format_Port_Vlans(&config, PORT, other, sizeof other);
     REQUIRE(strcmp(text, other) == 0);
@@ -46,8 +48,9 @@ void require_round_trip(const std::vector<int32_t> &vids)
     char cut[20];
     Format_Defined_Vlans(&config, cut, sizeof cut);
     REQUIRE(std::string(text).substr(0, sizeof cut - 1) == cut);
-    for (const int32_t vid : vids)
+    for (const int32_t vid : vids) {
         config.vlans[vid].defined = 0;
+    }
 }
 
 void require_rules(const char *text, Bounds bounds)
@@ -62,8 +65,9 @@ void require_rules(const char *text, Bounds bounds)
     REQUIRE(silent.printed.empty() && parse_in_stages(text, bounds) == silent);
     silent.printed = parsed.printed;
     REQUIRE(silent == parsed);
-    if (parsed.good && bounds.min >= VLAN_IDS.min)
+    if (parsed.good && bounds.min >= VLAN_IDS.min) {
         require_round_trip(parsed.values);
+    }
 }
 
 } // namespace

@@ -17,8 +17,9 @@ namespace
 std::vector<std::filesystem::path> files_of(const char *folder)
 {
     std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(folder))
+    for (const auto &entry : std::filesystem::directory_iterator(folder)) {
         files.push_back(entry.path());
+    }
     std::sort(files.begin(), files.end());
     return files;
 }
@@ -40,7 +41,8 @@ int main(int count, char **arguments)
 {
     REQUIRE(count == 2);
     const std::vector<std::filesystem::path> files = files_of(arguments[1]);
-    for (const std::filesystem::path &file : files)
+    for (const std::filesystem::path &file : files) {
         replay(file);
+    }
     return files.empty() ? 1 : 0;
 }

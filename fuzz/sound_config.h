@@ -32,17 +32,20 @@ inline void require_sound_port(const SW_Port_Config &port, Origin origin)
     for (const uint32_t flag :
          {port.vidForceDefault, port.discardTagged, port.discardUntagged, port.useCoreTag,
           port.limitMgmt, port.countIfg, port.countPre, port.pri1Rate, port.pri2Rate, port.pri3Rate,
-          port.prioMapRule, port.ipPrio, port.userPrio})
+          port.prioMapRule, port.ipPrio, port.userPrio}) {
         REQUIRE(flag <= 1);
-    for (const uint8_t pad : port.portPrioPad)
+    }
+    for (const uint8_t pad : port.portPrioPad) {
         REQUIRE(pad == 0);
+    }
 }
 
 inline void require_sound_config(const SW_Config &config, Origin origin)
 {
     REQUIRE(config.maxFrameSize <= 1);
-    for (const SW_Port_Config &port : config.ports)
+    for (const SW_Port_Config &port : config.ports) {
         require_sound_port(port, origin);
+    }
     uint32_t defined = 0;
     for (const SW_Vlan_Entry &vlan : config.vlans) {
         REQUIRE(vlan.defined <= 1 && vlan.pad[0] == 0 && vlan.pad[1] == 0 && vlan.pad[2] == 0);

@@ -26,8 +26,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size);
 inline std::unique_ptr<char[]> terminated(const uint8_t *data, size_t size)
 {
     std::unique_ptr<char[]> text(new char[size + 1]);
-    for (size_t i = 0; i < size; i++)
+    for (size_t i = 0; i < size; i++) {
         text[i] = static_cast<char>(data[i]);
+    }
     text[size] = '\0';
     return text;
 }

@@ -39,8 +39,9 @@ Machine machine;
 
 unsigned next_byte()
 {
-    if (machine.left == 0)
+    if (machine.left == 0) {
         return 0;
+    }
     machine.left--;
     return *machine.next++;
 }
@@ -53,8 +54,9 @@ time_t now()
 bool set_clock(time_t seconds)
 {
     machine.clockSettings++;
-    if ((machine.fate & MACHINE_CLOCK_REFUSED) == 0)
+    if ((machine.fate & MACHINE_CLOCK_REFUSED) == 0) {
         machine.clock = seconds;
+    }
     REQUIRE(machine.answered && seconds == machine.answer);
     return (machine.fate & MACHINE_CLOCK_REFUSED) == 0;
 }
@@ -71,8 +73,9 @@ uint32_t resolve(const char *)
 
 int open_socket()
 {
-    if ((machine.fate & MACHINE_SOCKETLESS) != 0)
+    if ((machine.fate & MACHINE_SOCKETLESS) != 0) {
         return -1;
+    }
     machine.sockets++;
     return SOCKET;
 }
@@ -96,8 +99,9 @@ time_t time_of(const NTP_Packet &packet)
 {
     constexpr int64_t SECONDS_1900_TO_1970 = 25567LL * 24 * 3600;
     int64_t seconds = 0;
-    for (size_t place = 40; place < 44; place++)
+    for (size_t place = 40; place < 44; place++) {
         seconds = seconds * 256 + packet[place];
+    }
     return seconds >= SECONDS_1900_TO_1970 ? seconds - SECONDS_1900_TO_1970
                                            : seconds - SECONDS_1900_TO_1970 + (1LL << 32);
 }

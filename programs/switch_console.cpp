@@ -46,10 +46,12 @@ bool refuse(const char *message, const char *subject)
 
 bool take_startup_file(Options *options, const char *path)
 {
-    if (options->startupFile != nullptr)
+    if (options->startupFile != nullptr) {
         return refuse("more than one startup file: ", path);
-    if (*path == '\0')
+    }
+    if (*path == '\0') {
         return refuse("the startup file's path is empty", "");
+    }
     options->startupFile = path;
     return true;
 }
@@ -65,8 +67,9 @@ bool *flag_of(Options *options, const char *text)
                  {"--load", &options->load},
                  {"--simulate", &options->simulate}};
     for (const auto &known : flags) {
-        if (strcmp(text, known.name) == 0)
+        if (strcmp(text, known.name) == 0) {
             return known.flag;
+        }
     }
     return nullptr;
 }
@@ -79,8 +82,9 @@ bool read_arguments(const char *const *argument, Options *options)
             *flag = true;
         } else if (strcmp(*argument, "--trace") == 0) {
             options->traceFile = *++argument;
-            if (options->traceFile == nullptr)
+            if (options->traceFile == nullptr) {
                 return refuse("--trace needs the path of a file", "");
+            }
         } else if (**argument == '-') {
             return refuse("unknown option: ", *argument);
         } else if (!take_startup_file(options, *argument)) {
@@ -121,8 +125,9 @@ bool prepare_seam(const Options &options)
     } else if (access(DEVICE_NODE, F_OK) != 0) {
         fprintf(stderr, "switch_console: %s: %s\n", DEVICE_NODE, strerror(errno));
     }
-    if (options.traceFile == nullptr)
+    if (options.traceFile == nullptr) {
         return true;
+    }
     FILE *file = Sim_Trace_Open(options.traceFile);
     if (file == nullptr) {
         fprintf(stderr, "switch_console: %s: %s\n", options.traceFile, strerror(errno));
@@ -152,15 +157,17 @@ void run_menu(const Options &options)
 int main(int, char **arguments)
 {
     Options options{};
-    if (!read_arguments(arguments, &options))
+    if (!read_arguments(arguments, &options)) {
         return BAD_USAGE;
+    }
     if (options.help) {
         fputs(USAGE, stdout);
         return 0;
     }
     keep_no_large_blocks();
-    if (!prepare_seam(options))
+    if (!prepare_seam(options)) {
         return 1;
+    }
     run_menu(options);
     return 0;
 }

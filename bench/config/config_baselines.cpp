@@ -21,8 +21,9 @@ size_t ScanPairs(const char *text, size_t *lengths)
     *lengths = 0;
     for (const char *at = text; *at != '\0';) {
         if (*at == '[') {
-            while (*at != ']')
+            while (*at != ']') {
                 at++;
+            }
             at++;
             continue;
         }
@@ -31,14 +32,17 @@ size_t ScanPairs(const char *text, size_t *lengths)
             continue;
         }
         const char *key = at;
-        while (IsPairWord(*at))
+        while (IsPairWord(*at)) {
             at++;
+        }
         *lengths += static_cast<size_t>(at - key);
-        while (!IsPairWord(*at))
+        while (!IsPairWord(*at)) {
             at++;
+        }
         const char *value = at;
-        while (IsPairWord(*at))
+        while (IsPairWord(*at)) {
             at++;
+        }
         *lengths += static_cast<size_t>(at - value);
         pairs++;
     }

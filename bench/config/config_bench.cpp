@@ -50,8 +50,9 @@ void write_file(const std::string &path, const std::string &text)
 {
     FILE *file = fopen(path.c_str(), "w");
     if (file == nullptr || fwrite(text.data(), 1, text.size(), file) != text.size() ||
-        fclose(file) != 0)
+        fclose(file) != 0) {
         abort();
+    }
 }
 
 std::string without_blanks(const std::string &text)
@@ -68,8 +69,9 @@ std::string without_blanks(const std::string &text)
 Files make_files()
 {
     char folder[] = "/dev/shm/bench_config_XXXXXX";
-    if (mkdtemp(folder) == nullptr)
+    if (mkdtemp(folder) == nullptr) {
         abort();
+    }
     const std::string base = folder;
     SetAllVlans(&record);
     Files files;
@@ -124,8 +126,9 @@ Heap_Count heap_of_load(const std::string &path)
 {
     ClearSwitchConfig(&other);
     ResetHeapCount();
-    if (!LoadSwitchConfigFile(path.c_str(), &other))
+    if (!LoadSwitchConfigFile(path.c_str(), &other)) {
         return {};
+    }
     return GetHeapCount();
 }
 
@@ -133,10 +136,12 @@ void load(benchmark::State &state, const std::string &path)
 {
     const Heap_Count smallest = heap_of_load(files().smallestPath);
     const Heap_Count heap = heap_of_load(path);
-    if (smallest.allocations == 0 || memcmp(&record, &other, sizeof record) != 0)
+    if (smallest.allocations == 0 || memcmp(&record, &other, sizeof record) != 0) {
         state.SkipWithError("the file was not read");
-    for (auto _ : state)
+    }
+    for (auto _ : state) {
         benchmark::DoNotOptimize(LoadSwitchConfigFile(path.c_str(), &other));
+    }
     set_bytes(state, files().text);
     state.counters["allocations"] = static_cast<double>(heap.allocations);
     state.counters["allocations_of_pairs"] =
@@ -171,9 +176,10 @@ BENCHMARK(LoadWithoutBlanks);
 
 void Parse(benchmark::State &state)
 {
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(
             ParseSwitchConfig(files().text.c_str(), files().text.size(), &other));
+    }
     set_bytes(state, files().text);
 }
 BENCHMARK(Parse);
@@ -181,20 +187,24 @@ BENCHMARK(Parse);
 void TightScan(benchmark::State &state)
 {
     size_t lengths = 0;
-    if (ScanPairs(files().text.c_str(), &lengths) != PAIRS)
+    if (ScanPairs(files().text.c_str(), &lengths) != PAIRS) {
         state.SkipWithError("the scan missed pairs");
-    for (auto _ : state)
+    }
+    for (auto _ : state) {
         benchmark::DoNotOptimize(ScanPairs(files().text.c_str(), &lengths));
+    }
     set_bytes(state, files().text);
 }
 BENCHMARK(TightScan);
 
 void inih_file(benchmark::State &state, const std::string &path)
 {
-    if (ReadFileWithInih(path.c_str()) != PAIRS)
+    if (ReadFileWithInih(path.c_str()) != PAIRS) {
         state.SkipWithError("inih missed pairs");
-    for (auto _ : state)
+    }
+    for (auto _ : state) {
         benchmark::DoNotOptimize(ReadFileWithInih(path.c_str()));
+    }
     set_bytes(state, files().lines);
 }
 
@@ -212,16 +222,18 @@ BENCHMARK(InihShuffled);
 
 void InihText(benchmark::State &state)
 {
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(ReadTextWithInih(files().lines.c_str()));
+    }
     set_bytes(state, files().lines);
 }
 BENCHMARK(InihText);
 
 void Save(benchmark::State &state)
 {
-    for (auto _ : state)
+    for (auto _ : state) {
         benchmark::DoNotOptimize(SaveSwitchConfigFile(&record, files().savePath.c_str()));
+    }
     set_bytes(state, files().text);
 }
 BENCHMARK(Save);
@@ -264,8 +276,9 @@ BENCHMARK(Memcmp);
 int main(int count, char **arguments)
 {
     benchmark::Initialize(&count, arguments);
-    if (benchmark::ReportUnrecognizedArguments(count, arguments))
+    if (benchmark::ReportUnrecognizedArguments(count, arguments)) {
         return 2;
+    }
     files();
     benchmark::RunSpecifiedBenchmarks();
     remove_files();

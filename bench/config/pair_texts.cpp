@@ -32,8 +32,9 @@ std::string ShuffledPairs(const std::string &lines)
     std::vector<std::string> pairs;
     const auto end_section = [&] {
         std::shuffle(pairs.begin(), pairs.end(), random);
-        for (const std::string &pair : pairs)
+        for (const std::string &pair : pairs) {
             shuffled += pair;
+        }
         pairs.clear();
     };
     for (size_t at = 0; at < lines.size();) {

@@ -12,9 +12,11 @@
 constexpr std::array<bool, 256> MakePairWordCharacters()
 {
     std::array<bool, 256> word = {};
-    for (const char *range : {"09", "AZ", "az", "__", "\"\""})
-        for (int character = range[0]; character <= range[1]; character++)
+    for (const char *range : {"09", "AZ", "az", "__", "\"\""}) {
+        for (int character = range[0]; character <= range[1]; character++) {
             word[static_cast<size_t>(character)] = true;
+        }
+    }
     return word;
 }
 inline constexpr std::array<bool, 256> PAIR_WORD_CHARACTERS = MakePairWordCharacters();

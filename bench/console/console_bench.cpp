@@ -87,8 +87,9 @@ void MenuShown(benchmark::State &state)
                           .device = &device,
                           .sysConfig = &sys_config};
     applied = running;
-    if (freopen(files().enters.c_str(), "r", stdin) == nullptr)
+    if (freopen(files().enters.c_str(), "r", stdin) == nullptr) {
         abort();
+    }
     {
         const No_Output quiet;
         for (auto _ : state) {
@@ -97,8 +98,9 @@ void MenuShown(benchmark::State &state)
             Main_Menu(&control, control.startupPath, &forceExit, false);
         }
     }
-    if (memcmp(&running, &startup_image, sizeof running) != 0)
+    if (memcmp(&running, &startup_image, sizeof running) != 0) {
         state.SkipWithError("the file was not read");
+    }
     state.counters["menu"] =
         benchmark::Counter(static_cast<double>(state.iterations()) * (ENTERS + 1),
                            benchmark::Counter::kIsRate | benchmark::Counter::kInvert);
@@ -108,8 +110,9 @@ BENCHMARK(MenuShown)->Unit(benchmark::kMillisecond);
 void Load(benchmark::State &state)
 {
     for (auto _ : state) {
-        if (!LoadSwitchConfigFile(files().startup.c_str(), &startup_image))
+        if (!LoadSwitchConfigFile(files().startup.c_str(), &startup_image)) {
             state.SkipWithError("the file was not read");
+        }
     }
 }
 BENCHMARK(Load)->Unit(benchmark::kMillisecond);
@@ -119,8 +122,9 @@ BENCHMARK(Load)->Unit(benchmark::kMillisecond);
 int main(int count, char **arguments)
 {
     benchmark::Initialize(&count, arguments);
-    if (benchmark::ReportUnrecognizedArguments(count, arguments))
+    if (benchmark::ReportUnrecognizedArguments(count, arguments)) {
         return 2;
+    }
     files();
     /* As switch_console does: the blocks of a load go back to the system after it. */
     mallopt(M_MMAP_THRESHOLD, 128 * 1024);

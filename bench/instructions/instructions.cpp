@@ -66,8 +66,9 @@ void load_file(const char *name, SW_Config *config)
 template <class Action>
 void repeat(int times, const Action &action)
 {
-    while (times-- > 0)
+    while (times-- > 0) {
         action();
+    }
 }
 
 void load(int times)
@@ -97,8 +98,9 @@ void compare(int times)
 std::string odd_numbers()
 {
     std::string text = "1";
-    for (int32_t number = 3; number <= MAX_VID; number += 2)
+    for (int32_t number = 3; number <= MAX_VID; number += 2) {
         text.append(",").append(std::to_string(number));
+    }
     return text;
 }
 
@@ -154,8 +156,9 @@ void field_write(int times)
 void show_menu(const char *startup, int times)
 {
     if (!write_file("enters", std::string(static_cast<size_t>(times), '\n')) ||
-        freopen(path_of("enters").c_str(), "r", stdin) == nullptr)
+        freopen(path_of("enters").c_str(), "r", stdin) == nullptr) {
         exit(1);
+    }
     static SW_Config applied;
     static SW_Config device_image;
     static SW_Device device;
@@ -213,12 +216,14 @@ int main(int count, char **arguments)
     const std::string command = count > 1 ? arguments[1] : "";
     folder = arguments[count - 1];
     if (count == 2 && command == "--list") {
-        for (const Operation &operation : OPERATIONS)
+        for (const Operation &operation : OPERATIONS) {
             printf("%s %s %d\n", operation.name, operation.unit, operation.units);
+        }
         return 0;
     }
-    if (count == 3 && command == "--files")
+    if (count == 3 && command == "--files") {
         return write_files() ? 0 : 1;
+    }
     for (const Operation &operation : OPERATIONS) {
         if (count == 4 && command == operation.name) {
             operation.run(atoi(arguments[2]));

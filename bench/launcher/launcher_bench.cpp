@@ -42,8 +42,9 @@ int run(const char *const *command, double *cost)
     int status = -1;
     rusage usage = {};
     if (posix_spawn(&process, command[0], &quiet, nullptr, const_cast<char *const *>(command),
-                    &nothing) == 0)
+                    &nothing) == 0) {
         wait4(process, &status, 0, &usage);
+    }
     *cost = seconds(usage.ru_utime) + seconds(usage.ru_stime);
     posix_spawn_file_actions_destroy(&quiet);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -26,8 +26,9 @@ std::string all_vlans()
 std::string odd_vlans()
 {
     std::string text = "1";
-    for (int32_t vid = 3; vid <= MAX_VID; vid += 2)
+    for (int32_t vid = 3; vid <= MAX_VID; vid += 2) {
         text.append(",").append(std::to_string(vid));
+    }
     return text;
 }
 
@@ -37,27 +38,32 @@ size_t bare_scan(const char *text, int32_t *values)
     int32_t *end = values;
     while (*text != '\0') {
         int32_t first = 0;
-        while (*text >= '0' && *text <= '9')
+        while (*text >= '0' && *text <= '9') {
             first = 10 * first + (*text++ - '0');
+        }
         int32_t last = first;
         if (*text == '-') {
             ++text;
             last = 0;
-            while (*text >= '0' && *text <= '9')
+            while (*text >= '0' && *text <= '9') {
                 last = 10 * last + (*text++ - '0');
+            }
         }
-        for (int32_t value = first; value <= last; ++value)
+        for (int32_t value = first; value <= last; ++value) {
             *end++ = value;
-        if (*text == ',')
+        }
+        if (*text == ',') {
             ++text;
+        }
     }
     return static_cast<size_t>(end - values);
 }
 
 void expect_count(benchmark::State &state, size_t found, size_t expected)
 {
-    if (found != expected)
+    if (found != expected) {
         state.SkipWithError("wrong number of values");
+    }
 }
 
 void scan(benchmark::State &state, const std::string &text, size_t expected)

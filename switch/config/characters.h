@@ -23,8 +23,9 @@ constexpr std::array<SW_Character, 256> MakeCharacterTable()
     std::array<SW_Character, 256> table = {};
     table.fill(SW_Character::OTHER);
     const auto set = [&table](int first, int last, SW_Character character) {
-        for (int code = first; code <= last; code++)
+        for (int code = first; code <= last; code++) {
             table[static_cast<size_t>(code)] = character;
+        }
     };
     set('A', 'Z', SW_Character::WORD);
     set('a', 'z', SW_Character::WORD);

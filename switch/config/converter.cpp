@@ -19,8 +19,9 @@ using Key_Rows = std::array<std::array<uint8_t, KEY_KEYWORDS>, SW_CONFIG_SECTION
 constexpr Key_Rows make_key_rows()
 {
     Key_Rows rows = {};
-    for (auto &section : rows)
+    for (auto &section : rows) {
         section.fill(NO_KEY);
+    }
     for (size_t row = 0; row < SW_CONFIG_KEY_COUNT; row++) {
         const SW_Config_Key &key = SW_CONFIG_KEYS[row];
         rows[SectionPlace(key.section)][KeyPlace(key.keyword)] = static_cast<uint8_t>(row);
@@ -35,10 +36,12 @@ constexpr bool has_every_key()
     size_t taken = 0;
     for (size_t keyword = 0; keyword < KEY_KEYWORDS; keyword++) {
         const size_t before = taken;
-        for (const auto &section : KEY_ROWS)
+        for (const auto &section : KEY_ROWS) {
             taken += section[keyword] != NO_KEY ? 1U : 0U;
-        if (taken == before)
+        }
+        if (taken == before) {
             return false;
+        }
     }
     return taken == SW_CONFIG_KEY_COUNT;
 }
@@ -60,17 +63,21 @@ constexpr bool has_size_of_its_kind(const SW_Config_Key &key)
 }
 
 static_assert([] {
-    for (const SW_Config_Key &key : SW_CONFIG_KEYS)
+    for (const SW_Config_Key &key : SW_CONFIG_KEYS) {
         if (!is_inside_record(key) || !has_size_of_its_kind(key) ||
-            (key.kind == SW_Value_Kind::WORD) != (key.words != nullptr))
+            (key.kind == SW_Value_Kind::WORD) != (key.words != nullptr)) {
             return false;
+        }
+    }
     return true;
 }());
 
 static_assert([] {
-    for (size_t place = 0; place < SW_CONFIG_SECTION_COUNT; place++)
-        if (SectionPlace(SW_CONFIG_SECTIONS[place].keyword) != place)
+    for (size_t place = 0; place < SW_CONFIG_SECTION_COUNT; place++) {
+        if (SectionPlace(SW_CONFIG_SECTIONS[place].keyword) != place) {
             return false;
+        }
+    }
     return true;
 }());
 
@@ -83,8 +90,9 @@ struct Numbered {
 Numbered split_number(std::string_view text)
 {
     size_t stem = text.size();
-    while (stem > 0 && IsDecimalDigit(text[stem - 1]))
+    while (stem > 0 && IsDecimalDigit(text[stem - 1])) {
         stem--;
+    }
     const bool none = stem == text.size();
     return {text.substr(0, stem), none ? -1 : UnsignedDecimalValue(text.substr(stem))};
 }
@@ -106,24 +114,29 @@ void convert_section(SW_Config_Entry *entry)
 {
     const Numbered name = split_number(entry->section);
     entry->sectionKeyword = static_cast<int32_t>(FindKeyword(name.stem));
-    if (name.number < 0)
+    if (name.number < 0) {
         return;
-    if (IsSectionKeyword(entry->sectionKeyword) && is_numbered(section_of(*entry), name.number))
+    }
+    if (IsSectionKeyword(entry->sectionKeyword) && is_numbered(section_of(*entry), name.number)) {
         entry->sectionNumber = name.number;
-    else
+    } else {
         entry->sectionKeyword = SW_Config_Keyword_UNDEFINED;
+    }
 }
 
 /* How many indexes a key has in a section. Those of the chip's ports count everywhere, a V only
  * where it has a table. */
 int32_t indexes_of(int32_t name, int32_t section)
 {
-    if (name == SW_Config_Keyword_MEMBER_TAG_P || name == SW_Config_Keyword_PORT_STATE_P)
+    if (name == SW_Config_Keyword_MEMBER_TAG_P || name == SW_Config_Keyword_PORT_STATE_P) {
         return VLAN_ENTRY_PORTS;
-    if (name == SW_Config_Keyword_V && section == SW_Config_Keyword_SW_COS_USER_PRIO)
+    }
+    if (name == SW_Config_Keyword_V && section == SW_Config_Keyword_SW_COS_USER_PRIO) {
         return SW_USER_PRIOS;
-    if (name == SW_Config_Keyword_V && section == SW_Config_Keyword_SW_COS_DSCP)
+    }
+    if (name == SW_Config_Keyword_V && section == SW_Config_Keyword_SW_COS_DSCP) {
         return SW_DSCPS;
+    }
     return 0;
 }
 
@@ -131,12 +144,14 @@ void convert_name(SW_Config_Entry *entry)
 {
     const Numbered name = split_number(entry->name);
     entry->nameKeyword = static_cast<int32_t>(FindKeyword(name.stem));
-    if (name.number < 0)
+    if (name.number < 0) {
         return;
-    if (name.number < indexes_of(entry->nameKeyword, entry->sectionKeyword))
+    }
+    if (name.number < indexes_of(entry->nameKeyword, entry->sectionKeyword)) {
         entry->nameIndex = name.number;
-    else
+    } else {
         entry->nameKeyword = SW_Config_Keyword_UNDEFINED;
+    }
 }
 
 bool is_number(std::string_view text)
@@ -147,16 +162,18 @@ bool is_number(std::string_view text)
 bool store_word(const SW_Config_Entry &entry, const SW_Config_Key &key, unsigned char *field)
 {
     uint32_t value = 0;
-    if (!WordValue(*key.words, static_cast<int32_t>(FindKeyword(entry.value)), &value))
+    if (!WordValue(*key.words, static_cast<int32_t>(FindKeyword(entry.value)), &value)) {
         return false;
+    }
     StoreField(field, key.size, value);
     return true;
 }
 
 bool store_number(const SW_Config_Entry &entry, const SW_Config_Key &key, unsigned char *field)
 {
-    if (!is_number(entry.value))
+    if (!is_number(entry.value)) {
         return false;
+    }
     StoreField(field, key.size, static_cast<uint32_t>(UnsignedDecimalValue(entry.value)));
     return true;
 }
@@ -165,8 +182,9 @@ bool store_list(SW_Config_Entry *entry, unsigned char *field)
 {
     char list[SW_RANGE_TEXT_SIZE];
     ConvertConfigValue(entry);
-    if (!entry->isQuoted || !SetRangeText(&list, entry->unquoted))
+    if (!entry->isQuoted || !SetRangeText(&list, entry->unquoted)) {
         return false;
+    }
     memcpy(field, list, sizeof list);
     return true;
 }
@@ -187,32 +205,39 @@ bool store_value(SW_Config_Entry *entry, const SW_Config_Key &key, unsigned char
 /* The row of the entry's key, NO_KEY when its section has none of that name. */
 uint8_t key_row(const SW_Config_Entry &entry)
 {
-    if (!IsKeyKeyword(entry.nameKeyword))
+    if (!IsKeyKeyword(entry.nameKeyword)) {
         return NO_KEY;
+    }
     return KEY_ROWS[SectionPlace(static_cast<uint32_t>(entry.sectionKeyword))]
                    [KeyPlace(static_cast<uint32_t>(entry.nameKeyword))];
 }
 
 SW_Entry_Outcome store_entry(SW_Config_Entry *entry, SW_Config *config, size_t *place)
 {
-    if (!IsSectionKeyword(entry->sectionKeyword))
+    if (!IsSectionKeyword(entry->sectionKeyword)) {
         return SW_Entry_Outcome::BAD_SECTION;
+    }
     const bool numbered = section_of(*entry).numbers > 0;
-    if (numbered && entry->sectionNumber < 0)
+    if (numbered && entry->sectionNumber < 0) {
         return SW_Entry_Outcome::IGNORED;
+    }
     const uint8_t row = key_row(*entry);
-    if (row == NO_KEY)
+    if (row == NO_KEY) {
         return SW_Entry_Outcome::BAD_NAME;
+    }
     const SW_Config_Key &key = SW_CONFIG_KEYS[row];
-    if (key.indexes > 0 && entry->nameIndex < 0)
+    if (key.indexes > 0 && entry->nameIndex < 0) {
         return SW_Entry_Outcome::IGNORED;
+    }
     const size_t number = numbered ? static_cast<size_t>(entry->sectionNumber) : 0;
     const size_t index = key.indexes > 0 ? static_cast<size_t>(entry->nameIndex) : 0;
     unsigned char *const record = reinterpret_cast<unsigned char *>(config);
-    if (!store_value(entry, key, record + FieldOffset(key, number, index)))
+    if (!store_value(entry, key, record + FieldOffset(key, number, index))) {
         return SW_Entry_Outcome::BAD_VALUE;
-    if (key.section == SW_Config_Keyword_SW_VLAN)
+    }
+    if (key.section == SW_Config_Keyword_SW_VLAN) {
         config->vlans[number].defined = 1;
+    }
     *place = SW_KEY_TEXTS.first[row] + index;
     return SW_Entry_Outcome::STORED;
 }
@@ -221,8 +246,9 @@ SW_Entry_Outcome store_entry(SW_Config_Entry *entry, SW_Config *config, size_t *
 
 SW_Entry_Outcome ConvertConfigEntry(SW_Config_Entry *entry, SW_Config *config, size_t *place)
 {
-    if (entry->sectionKeyword < 0)
+    if (entry->sectionKeyword < 0) {
         convert_section(entry);
+    }
     convert_name(entry);
     return store_entry(entry, config, place);
 }

@@ -31,8 +31,9 @@ constexpr int32_t UnsignedDecimalValue(std::string_view text)
 {
     int32_t value = 0;
     for (const char character : text) {
-        if (!IsDecimalDigit(character))
+        if (!IsDecimalDigit(character)) {
             break;
+        }
         value = AppendDecimalDigit(value, character);
     }
     return value;
@@ -43,18 +44,21 @@ constexpr int32_t UnsignedDecimalValue(std::string_view text)
 constexpr int32_t SignedDecimalValue(std::string_view text)
 {
     const size_t start = text.find_first_not_of(" \t\n\r\v\f");
-    if (start == std::string_view::npos)
+    if (start == std::string_view::npos) {
         return 0;
+    }
     text.remove_prefix(start);
     const bool negative = text.front() == '-';
-    if (negative || text.front() == '+')
+    if (negative || text.front() == '+') {
         text.remove_prefix(1);
+    }
     const int64_t limit = negative ? -int64_t{std::numeric_limits<int32_t>::min()}
                                    : int64_t{std::numeric_limits<int32_t>::max()};
     int64_t magnitude = 0;
     for (const char character : text) {
-        if (!IsDecimalDigit(character))
+        if (!IsDecimalDigit(character)) {
             break;
+        }
         magnitude = 10 * magnitude + (character - '0');
         magnitude = magnitude > limit ? limit : magnitude;
     }

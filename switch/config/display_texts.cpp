@@ -67,9 +67,11 @@ constexpr Auto_Mode_Texts AUTO_MODES[] = {
 template <class Row, size_t Count>
 constexpr bool is_complete(const Row (&list)[Count], int count)
 {
-    for (size_t value = 0; value < Count; value++)
-        if (list[value].value != value)
+    for (size_t value = 0; value < Count; value++) {
+        if (list[value].value != value) {
             return false;
+        }
+    }
     return Count == static_cast<size_t>(count);
 }
 static_assert(is_complete(RATES, SW_RATES));

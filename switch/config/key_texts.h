@@ -21,8 +21,9 @@ struct SW_Key_Text {
 constexpr size_t CountKeyTexts()
 {
     size_t count = 0;
-    for (const SW_Config_Key &key : SW_CONFIG_KEYS)
+    for (const SW_Config_Key &key : SW_CONFIG_KEYS) {
         count += key.indexes == 0 ? 1 : key.indexes;
+    }
     return count;
 }
 
@@ -37,8 +38,9 @@ constexpr void AppendToKeyText(SW_Key_Texts *all, size_t place, std::string_view
     SW_Key_Text &text = all->texts[place];
     for (const char character : characters) {
         all->fits = all->fits && text.length < SW_Key_Text::CAPACITY;
-        if (all->fits)
+        if (all->fits) {
             text.text[text.length++] = character;
+        }
     }
 }
 
@@ -64,9 +66,10 @@ constexpr SW_Key_Texts MakeKeyTexts()
             text.index = static_cast<uint8_t>(index);
             text.afterBlank = key.indexes > 0 || !BeginsLine(row);
             AppendToKeyText(&all, place, KeywordWord(key.keyword));
-            if (key.indexes > 0)
+            if (key.indexes > 0) {
                 AppendToKeyText(&all, place,
                                 {index < 10 ? digits + 1 : digits, size_t{index < 10 ? 1U : 2U}});
+            }
             text.keyLength = text.length;
             AppendToKeyText(&all, place, " = ");
         }

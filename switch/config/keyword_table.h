@@ -23,9 +23,11 @@ struct SW_Enumerator {
 template <size_t Count>
 constexpr bool IsInValueOrder(const SW_Enumerator (&list)[Count], uint32_t last)
 {
-    for (size_t value = 0; value < Count; value++)
-        if (list[value].value != value)
+    for (size_t value = 0; value < Count; value++) {
+        if (list[value].value != value) {
             return false;
+        }
+    }
     return Count == last + 1;
 }
 
@@ -156,8 +158,9 @@ constexpr SW_Keyword_Table MakeKeywordTable()
     SW_Keyword_Table table = {};
     table.slots.fill(SW_Config_Keyword_UNDEFINED);
     table.perfect = true;
-    for (uint32_t keyword = 0; keyword < SW_CONFIG_KEYWORDS; keyword++)
+    for (uint32_t keyword = 0; keyword < SW_CONFIG_KEYWORDS; keyword++) {
         table.words[keyword] = KeywordWord(keyword);
+    }
     for (uint32_t keyword = 0; keyword < SW_Config_Keyword_UNDEFINED; keyword++) {
         uint8_t &slot = table.slots[KeywordHash(table.words[keyword])];
         table.perfect = table.perfect && slot == SW_Config_Keyword_UNDEFINED;
@@ -186,14 +189,18 @@ bool HaveSameEnds(const char *a, const char *b, size_t length)
 inline bool IsSameWord(std::string_view a, std::string_view b)
 {
     const size_t length = a.size();
-    if (length != b.size())
+    if (length != b.size()) {
         return false;
-    if (length > 2 * sizeof(uint64_t))
+    }
+    if (length > 2 * sizeof(uint64_t)) {
         return a == b;
-    if (length >= sizeof(uint64_t))
+    }
+    if (length >= sizeof(uint64_t)) {
         return HaveSameEnds<uint64_t>(a.data(), b.data(), length);
-    if (length >= sizeof(uint32_t))
+    }
+    if (length >= sizeof(uint32_t)) {
         return HaveSameEnds<uint32_t>(a.data(), b.data(), length);
+    }
     return length == 0 ||
            (HaveSameEnds<char>(a.data(), b.data(), length) && a[length / 2] == b[length / 2]);
 }
@@ -201,8 +208,9 @@ inline bool IsSameWord(std::string_view a, std::string_view b)
 /* The keyword of a text, whole and with upper and lower case apart. */
 inline SW_Config_Keyword FindKeyword(std::string_view text)
 {
-    if (text.empty())
+    if (text.empty()) {
         return SW_Config_Keyword_UNDEFINED;
+    }
     const uint8_t keyword = SW_KEYWORD_TABLE.slots[KeywordHash(text)];
     return IsSameWord(text, SW_KEYWORD_TABLE.words[keyword])
                ? static_cast<SW_Config_Keyword>(keyword)

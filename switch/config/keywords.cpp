@@ -59,9 +59,11 @@ constexpr const char *keyword_text(uint32_t keyword)
 template <size_t Count>
 constexpr bool are_words_from(const char *const (&driverNames)[Count], uint32_t first)
 {
-    for (uint32_t value = 0; value < Count; value++)
-        if (std::string_view(driverNames[value] + DRIVER_PREFIX) != keyword_text(first + value))
+    for (uint32_t value = 0; value < Count; value++) {
+        if (std::string_view(driverNames[value] + DRIVER_PREFIX) != keyword_text(first + value)) {
             return false;
+        }
+    }
     return true;
 }
 static_assert(are_words_from(DOT1Q_DRIVER_NAMES, SW_Config_Keyword_DISABLE));
@@ -73,10 +75,12 @@ static_assert(std::size(RATE_DRIVER_NAMES) == SW_RATES);
 /* A name with a number behind it is never a word as it stands; the reader relies on it. */
 constexpr bool no_name_ends_in_digit()
 {
-    for (uint32_t keyword = 0; keyword < SW_CONFIG_KEYWORDS; keyword++)
+    for (uint32_t keyword = 0; keyword < SW_CONFIG_KEYWORDS; keyword++) {
         if (!IsDecimalDigit(KeywordWord(keyword).front()) &&
-            IsDecimalDigit(KeywordWord(keyword).back()))
+            IsDecimalDigit(KeywordWord(keyword).back())) {
             return false;
+        }
+    }
     return true;
 }
 static_assert(no_name_ends_in_digit());
@@ -112,9 +116,11 @@ uint32_t mode_of(const char *text, uint32_t first, int count, uint32_t other)
 template <size_t Count>
 uint32_t value_of(const SW_Enumerator (&list)[Count], size_t skip, const char *text)
 {
-    for (const SW_Enumerator &enumerator : list)
-        if (text != nullptr && std::string_view(enumerator.name + skip) == text)
+    for (const SW_Enumerator &enumerator : list) {
+        if (text != nullptr && std::string_view(enumerator.name + skip) == text) {
             return enumerator.value;
+        }
+    }
     return Count - 1;
 }
 

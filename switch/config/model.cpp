@@ -54,11 +54,13 @@ void SetSwitchConfigDefaults(SW_Config *config)
 {
     ClearSwitchConfig(config);
     config->maxFrameSize = SW_Max_Frame_Size_1632;
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         set_port_defaults(config, port);
+    }
     memcpy(config->cosUserPrio, FACTORY_USER_PRIO_CLASSES, sizeof config->cosUserPrio);
-    for (int dscp = 0; dscp < SW_DSCPS; dscp++)
+    for (int dscp = 0; dscp < SW_DSCPS; dscp++) {
         config->cosDscp[dscp] = static_cast<uint8_t>(dscp / DSCPS_PER_CLASS);
+    }
 }
 
 void ClearVlanTable(SW_Config *config)
@@ -69,11 +71,13 @@ void ClearVlanTable(SW_Config *config)
 
 bool CompareSwitchConfig(SW_Config_Changes *changes, const SW_Config *a, const SW_Config *b)
 {
-    if (a->maxFrameSize != b->maxFrameSize)
+    if (a->maxFrameSize != b->maxFrameSize) {
         changes->maxFrameSize = 1;
+    }
     for (int port = 0; port < SW_PORTS; port++) {
-        if (differs(a->ports[port], b->ports[port]))
+        if (differs(a->ports[port], b->ports[port])) {
             changes->anyPort = changes->port[port] = 1;
+        }
         /* Meant: the VLAN port mode counts as changed without a look at it. */
         changes->anyVlanPortMode = changes->vlanPortMode[port] = 1;
     }
@@ -95,10 +99,12 @@ bool VlanPortModeChanged(const SW_Config_Changes *changes, int port)
 
 bool SetRangeText(char (*field)[SW_RANGE_TEXT_SIZE], std::string_view text)
 {
-    if (text.size() >= sizeof *field)
+    if (text.size() >= sizeof *field) {
         return false;
-    if (!text.empty())
+    }
+    if (!text.empty()) {
         memmove(*field, text.data(), text.size());
+    }
     memset(*field + text.size(), 0, sizeof *field - text.size());
     return true;
 }

@@ -18,9 +18,11 @@ using Masks = std::array<Mask, SW_Key_Text::CAPACITY + 1>;
 constexpr Masks make_masks()
 {
     Masks masks = {};
-    for (size_t length = 0; length < masks.size(); length++)
-        for (size_t byte = 0; byte < length; byte++)
+    for (size_t length = 0; length < masks.size(); length++) {
+        for (size_t byte = 0; byte < length; byte++) {
             masks[length][byte] = 0xFF;
+        }
+    }
     return masks;
 }
 constexpr Masks MASKS = make_masks();
@@ -37,9 +39,10 @@ bool begins_with_key(const char *at, const SW_Key_Text &text)
 {
     const Mask &mask = MASKS[text.keyLength];
     uint64_t difference = 0;
-    for (size_t chunk = 0; chunk < CHUNKS; chunk++)
+    for (size_t chunk = 0; chunk < CHUNKS; chunk++) {
         difference |=
             (load_chunk(at, chunk) ^ load_chunk(text.text, chunk)) & load_chunk(mask.data(), chunk);
+    }
     return difference == 0;
 }
 
@@ -52,15 +55,17 @@ bool ends_value(SW_Character character)
 const char *skip_word(const char *at)
 {
     SW_Character character = CharacterClass(*at);
-    while (character == SW_Character::WORD || character == SW_Character::DIGIT)
+    while (character == SW_Character::WORD || character == SW_Character::DIGIT) {
         character = CharacterClass(*++at);
+    }
     return at;
 }
 
 const char *skip_blanks(const char *at)
 {
-    while (CharacterClass(*at) == SW_Character::BLANK)
+    while (CharacterClass(*at) == SW_Character::BLANK) {
         at++;
+    }
     return at;
 }
 
@@ -77,8 +82,9 @@ const char *take_number(const char *at, uint32_t *value)
     constexpr int MOST_DIGITS = 9;
     const char *const start = at;
     *value = 0;
-    for (; IsDecimalDigit(*at) && at - start < MOST_DIGITS; at++)
+    for (; IsDecimalDigit(*at) && at - start < MOST_DIGITS; at++) {
         *value = *value * 10 + static_cast<uint32_t>(*at - '0');
+    }
     return at == start ? nullptr : at;
 }
 
@@ -122,22 +128,26 @@ void take_in_order(SW_Config_Tokenizer *tokenizer, const char *end, size_t place
     unsigned char *const record = reinterpret_cast<unsigned char *>(config);
     const char *at = tokenizer->next;
     for (const SW_Key_Text *text = SW_KEY_TEXTS.texts.data() + place;; text++) {
-        for (; ends_value(CharacterClass(*at)); at++)
+        for (; ends_value(CharacterClass(*at)); at++) {
             if (CharacterClass(*at) == SW_Character::LINE_END) {
                 tokenizer->line++;
                 tokenizer->lineStart = at + 1;
             }
+        }
         tokenizer->next = at;
         if (end - at < static_cast<ptrdiff_t>(SW_Key_Text::CAPACITY) ||
-            !begins_with(at, text, entry.sectionKeyword))
+            !begins_with(at, text, entry.sectionKeyword)) {
             return;
+        }
         const SW_Config_Key &key = SW_CONFIG_KEYS[text->row];
         uint32_t value = 0;
         at = take_equals(at + text->keyLength);
-        if (at != nullptr)
+        if (at != nullptr) {
             at = take_value(at, key, &value);
-        if (at == nullptr)
+        }
+        if (at == nullptr) {
             return;
+        }
         StoreField(record + FieldOffset(key, number, text->index), key.size, value);
     }
 }
@@ -170,17 +180,20 @@ constexpr uint8_t &guess_of(Guesses &guesses, const SW_Key_Text &text)
 constexpr Guesses make_guesses()
 {
     Guesses guesses = {};
-    for (size_t place = 0; place < SW_KEY_TEXTS.texts.size(); place++)
+    for (size_t place = 0; place < SW_KEY_TEXTS.texts.size(); place++) {
         guess_of(guesses, SW_KEY_TEXTS.texts[place]) = static_cast<uint8_t>(place);
+    }
     return guesses;
 }
 constexpr Guesses GUESSES = make_guesses();
 
 static_assert([] {
     Guesses guesses = GUESSES;
-    for (size_t place = 0; place < SW_KEY_TEXTS.texts.size(); place++)
-        if (guess_of(guesses, SW_KEY_TEXTS.texts[place]) != place)
+    for (size_t place = 0; place < SW_KEY_TEXTS.texts.size(); place++) {
+        if (guess_of(guesses, SW_KEY_TEXTS.texts[place]) != place) {
             return false;
+        }
+    }
     return true;
 }());
 
@@ -188,8 +201,9 @@ static_assert([] {
 size_t guess_place(const char *at, int32_t section)
 {
     const std::string_view key(at, static_cast<size_t>(skip_word(at) - at));
-    if (key.size() < 2)
+    if (key.size() < 2) {
         return 0;
+    }
     return GUESSES[SectionPlace(static_cast<uint32_t>(section))][guess_slot(key)];
 }
 

@@ -38,18 +38,21 @@ int width(std::string_view text)
 
 void print_keyword_errors(const SW_Config_Entry &entry)
 {
-    if (!IsSectionKeyword(entry.sectionKeyword))
+    if (!IsSectionKeyword(entry.sectionKeyword)) {
         printf("ERROR: [%d][%d]: Section \"%.*s\" - \"%s\"\n", entry.sectionLine,
                entry.sectionColumn, TEXT(entry.section),
                ConfigKeywordText(static_cast<uint32_t>(entry.sectionKeyword)));
-    if (!IsKeyKeyword(entry.nameKeyword))
+    }
+    if (!IsKeyKeyword(entry.nameKeyword)) {
         printf("ERROR: [%d][%d][\"%.*s\"]: Name \"%.*s\" - \"%s\"\n", entry.nameLine,
                entry.nameColumn, TEXT(entry.section), TEXT(entry.name),
                ConfigKeywordText(static_cast<uint32_t>(entry.nameKeyword)));
-    if (is_bad_word(entry))
+    }
+    if (is_bad_word(entry)) {
         printf("ERROR: [%d][%d][\"%.*s\"][\"%.*s\"]: Value \"%.*s\" - \"%s\"\n", entry.valueLine,
                entry.valueColumn, TEXT(entry.section), TEXT(entry.name), TEXT(entry.value),
                ConfigKeywordText(static_cast<uint32_t>(entry.valueKeyword)));
+    }
 }
 
 /* Meant: all three lines carry the position of the section. */
@@ -79,8 +82,9 @@ void print_storing_error(const SW_Config_Entry &entry, SW_Entry_Outcome outcome)
 bool rest_is_well_formed(SW_Config_Tokenizer tokenizer)
 {
     SW_Config_Token token = SW_Config_Token::ENTRY;
-    while (token == SW_Config_Token::ENTRY)
+    while (token == SW_Config_Token::ENTRY) {
         token = NextConfigEntry(&tokenizer);
+    }
     return token == SW_Config_Token::END;
 }
 
@@ -103,10 +107,12 @@ Result convert_text(const char *text, size_t length, SW_Config *config)
             continue;
         }
         ConvertConfigValue(&entry);
-        if (is_faultless(entry, outcome))
+        if (is_faultless(entry, outcome)) {
             continue;
-        if (result == Result::GOOD && !rest_is_well_formed(tokenizer))
+        }
+        if (result == Result::GOOD && !rest_is_well_formed(tokenizer)) {
             return Result::SYNTAX_ERROR;
+        }
         result = Result::WITH_ERRORS;
         print_keyword_errors(entry);
         print_storing_error(entry, outcome);
@@ -117,8 +123,9 @@ Result convert_text(const char *text, size_t length, SW_Config *config)
 uint32_t count_defined_vlans(const SW_Config *config)
 {
     uint32_t count = 0;
-    for (const SW_Vlan_Entry &vlan : config->vlans)
+    for (const SW_Vlan_Entry &vlan : config->vlans) {
         count += vlan.defined != 0 ? 1 : 0;
+    }
     return count;
 }
 
@@ -131,11 +138,13 @@ using File = std::unique_ptr<FILE, Close_File>;
  * and its size is an absurd one. */
 size_t size_of(FILE *file)
 {
-    if (fseeko(file, 0, SEEK_END) != 0)
+    if (fseeko(file, 0, SEEK_END) != 0) {
         return 0;
+    }
     const off_t size = ftello(file);
-    if (size <= 0 || size > off_t{MAX_TEXT_LENGTH} || fseeko(file, 0, SEEK_SET) != 0)
+    if (size <= 0 || size > off_t{MAX_TEXT_LENGTH} || fseeko(file, 0, SEEK_SET) != 0) {
         return 0;
+    }
     return static_cast<size_t>(size);
 }
 
@@ -143,11 +152,13 @@ size_t size_of(FILE *file)
 
 bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config)
 {
-    if (length > MAX_TEXT_LENGTH)
+    if (length > MAX_TEXT_LENGTH) {
         return false;
+    }
     const std::unique_ptr<SW_Config> before(new (std::nothrow) SW_Config);
-    if (before == nullptr)
+    if (before == nullptr) {
         return false;
+    }
     memcpy(before.get(), config, sizeof *config);
     const Result result = convert_text(text, length, config);
     if (result == Result::SYNTAX_ERROR) {
@@ -161,14 +172,17 @@ bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config)
 bool LoadSwitchConfigFile(const char *path, SW_Config *config)
 {
     const File file(fopen(path, "r"));
-    if (file == nullptr)
+    if (file == nullptr) {
         return false;
+    }
     const size_t size = size_of(file.get());
-    if (size == 0)
+    if (size == 0) {
         return false;
+    }
     const std::unique_ptr<char[]> text(new (std::nothrow) char[size + 1]);
-    if (text == nullptr)
+    if (text == nullptr) {
         return false;
+    }
     const size_t length = fread(text.get(), 1, size, file.get());
     text[length] = '\0';
     return length > 0 && ParseSwitchConfig(text.get(), length, config);

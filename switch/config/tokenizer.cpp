@@ -68,13 +68,15 @@ constexpr const Transition &transition_of(SW_Config_State state, SW_Character ch
 constexpr std::array<uint16_t, SW_CONFIG_STATES> make_runs()
 {
     std::array<uint16_t, SW_CONFIG_STATES> runs = {};
-    for (size_t state = 0; state < SW_CONFIG_STATES; state++)
+    for (size_t state = 0; state < SW_CONFIG_STATES; state++) {
         for (size_t character = 0; character < SW_CHARACTERS; character++) {
             const Transition &transition = TRANSITIONS[state][character];
             if (transition.action == GO && static_cast<size_t>(transition.state) == state &&
-                character != static_cast<size_t>(SW_Character::LINE_END))
+                character != static_cast<size_t>(SW_Character::LINE_END)) {
                 runs[state] = static_cast<uint16_t>(runs[state] | 1U << character);
+            }
         }
+    }
     return runs;
 }
 constexpr std::array<uint16_t, SW_CONFIG_STATES> RUNS = make_runs();
@@ -137,8 +139,9 @@ SW_Config_Token NextConfigEntry(SW_Config_Tokenizer *tokenizer)
     for (;; at++) {
         const unsigned run = RUNS[static_cast<size_t>(state)];
         SW_Character character = CharacterClass(*at);
-        while ((run >> static_cast<unsigned>(character) & 1U) != 0)
+        while ((run >> static_cast<unsigned>(character) & 1U) != 0) {
             character = CharacterClass(*++at);
+        }
         const Transition &transition = transition_of(state, character);
         state = transition.state;
         bool complete = false;

@@ -31,8 +31,9 @@ void hand_over(Output *output, size_t size)
 /* The place of the next piece, with room for the longest one. */
 char *next_piece(Output *output)
 {
-    if (output->used >= BLOCK)
+    if (output->used >= BLOCK) {
         hand_over(output, BLOCK);
+    }
     return output->text + output->used;
 }
 
@@ -87,17 +88,20 @@ void write_key(Output *output, size_t row, const unsigned char *field)
     const SW_Key_Text *texts = &SW_KEY_TEXTS.texts[SW_KEY_TEXTS.first[row]];
     for (int index = 0; index == 0 || index < key.indexes; index++) {
         char *at = next_piece(output);
-        if (index > 0 && index % key.perLine == 0)
+        if (index > 0 && index % key.perLine == 0) {
             *at++ = '\n';
-        if (texts[index].afterBlank)
+        }
+        if (texts[index].afterBlank) {
             *at++ = ' ';
+        }
         memcpy(at, texts[index].text, SW_Key_Text::CAPACITY);
         at = append_value(at + texts[index].length, key, field);
         field += key.size;
         end_piece(output, at);
     }
-    if (key.endsLine)
+    if (key.endsLine) {
         output->text[output->used++] = '\n';
+    }
 }
 
 void write_header(Output *output, const SW_Config_Section &section, int number)
@@ -105,8 +109,9 @@ void write_header(Output *output, const SW_Config_Section &section, int number)
     char *at = next_piece(output);
     *at++ = '[';
     at = append_text(at, KeywordWord(section.keyword));
-    if (section.numbers > 0)
+    if (section.numbers > 0) {
         at = append_number(at, static_cast<uint32_t>(number));
+    }
     end_piece(output, append_text(at, "]\n"));
 }
 
@@ -117,8 +122,9 @@ void write_section(Output *output, const SW_Config *config, const SW_Config_Sect
     write_header(output, section, number);
     for (size_t row = 0; row < SW_CONFIG_KEY_COUNT; row++) {
         const SW_Config_Key &key = SW_CONFIG_KEYS[row];
-        if (key.section == section.keyword)
+        if (key.section == section.keyword) {
             write_key(output, row, record + FieldOffset(key, static_cast<size_t>(number), 0));
+        }
     }
 }
 
@@ -126,17 +132,21 @@ void write_section(Output *output, const SW_Config *config, const SW_Config_Sect
 
 bool WriteSwitchConfig(const SW_Config *config, FILE *stream)
 {
-    if (stream == nullptr)
+    if (stream == nullptr) {
         return false;
+    }
     Output output;
     output.stream = stream;
     output.used = 0;
     for (const SW_Config_Section &section : SW_CONFIG_SECTIONS) {
         /* Meant: VLAN 0 is written if it is defined, although the reader refuses its section. */
         const int end = section.numbers == 0 ? 1 : section.firstNumber + section.numbers;
-        for (int number = 0; number < end; number++)
-            if (section.keyword != SW_Config_Keyword_SW_VLAN || config->vlans[number].defined != 0)
+        for (int number = 0; number < end; number++) {
+            if (section.keyword != SW_Config_Keyword_SW_VLAN ||
+                config->vlans[number].defined != 0) {
                 write_section(&output, config, section, number);
+            }
+        }
     }
     hand_over(&output, output.used);
     return true;
@@ -145,8 +155,9 @@ bool WriteSwitchConfig(const SW_Config *config, FILE *stream)
 bool SaveSwitchConfigFile(const SW_Config *config, const char *path)
 {
     FILE *file = fopen(path, "w");
-    if (file == nullptr)
+    if (file == nullptr) {
         return false;
+    }
     WriteSwitchConfig(config, file);
     fclose(file);
     return true;

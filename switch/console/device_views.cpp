@@ -19,8 +19,9 @@ SW_Row_Steps steps_of(const SW_Control *control)
 /* A title or header, which shows only when the view prints. */
 void print_heading(const SW_Control *control, const char *text)
 {
-    if (control->print != 0)
+    if (control->print != 0) {
         std::fputs(text, stdout);
+    }
 }
 
 using Class_Getter = int (*)(SW_Device *device, uint32_t index, uint32_t *trafficClass);
@@ -32,10 +33,12 @@ void show_classes(SW_Control *control, const char *header, Class_Getter get,
     print_heading(control, header);
     for (uint32_t index = 0; index < Count; index++) {
         uint32_t trafficClass = 0;
-        if (control->read != 0 && get(control->device, index, &trafficClass) == SW_STATUS_OK)
+        if (control->read != 0 && get(control->device, index, &trafficClass) == SW_STATUS_OK) {
             classes[index] = static_cast<uint8_t>(trafficClass);
-        if (control->print != 0)
+        }
+        if (control->print != 0) {
             Print_Cos_Pair(static_cast<int>(index), classes[index]);
+        }
     }
     print_heading(control, "\n");
 }
@@ -46,16 +49,18 @@ void walk_vtu(SW_Device *device, const Take &take)
 {
     Vlan_Table_Entry entry = {};
     for (int status = swVtuGetFirst(device, &entry); status == SW_STATUS_OK;
-         status = swVtuGetNext(device, &entry))
+         status = swVtuGetNext(device, &entry)) {
         take(entry);
+    }
 }
 
 /* The image's table is emptied first, so that what the chip has no longer does not stay in it. */
 void read_vtu(SW_Device *device, SW_Config *image)
 {
     uint32_t count = 0;
-    if (swVtuGetEntryCount(device, &count) != SW_STATUS_OK)
+    if (swVtuGetEntryCount(device, &count) != SW_STATUS_OK) {
         return;
+    }
     ClearVlanTable(image);
     image->vlanEntryCount = count;
     walk_vtu(device, [image](const Vlan_Table_Entry &entry) {
@@ -110,8 +115,9 @@ void Dev_Cos_Tab(SW_Control *control)
 
 void Dev_Vlan_Properties(const SW_Control *control)
 {
-    if (control->print != 0)
+    if (control->print != 0) {
         SW_Print_Vlan_Properties_Of(control->deviceImage);
+    }
 }
 
 void Print_Device_Status(SW_Control *control)
@@ -136,8 +142,9 @@ void Print_Device_Image(SW_Control *control)
 void Refresh_Device_Image(SW_Control *control)
 {
     ClearSwitchConfig(control->deviceImage);
-    for (SW_Port_Status &status : control->portStatus)
+    for (SW_Port_Status &status : control->portStatus) {
         status = {};
+    }
     control->read = 1;
     control->print = 0;
     Print_Device_Status(control);
@@ -157,17 +164,20 @@ void Dev_Qos_Rows(SW_Control *control)
 
 void Dev_Vtu_Rows(SW_Control *control)
 {
-    if (control->read != 0)
+    if (control->read != 0) {
         read_vtu(control->device, control->deviceImage);
-    if (control->print != 0)
+    }
+    if (control->print != 0) {
         Print_Vtu_Rows(control->deviceImage);
+    }
 }
 
 void Dev_Vlan_Row(SW_Control *control, int port)
 {
-    if (port >= 0 && port < SW_PORTS)
+    if (port >= 0 && port < SW_PORTS) {
         Device_Row(SW_VLAN_TABLE, steps_of(control), control->device, port,
                    &control->deviceImage->ports[port]);
+    }
 }
 
 void Print_Chip_Ports_Status(const SW_Control *control)

@@ -13,8 +13,9 @@ bool SW_Read_Line(char *buffer, int size)
 {
     std::fflush(stdout);
     inputEnded = std::fgets(buffer, size, stdin) == nullptr;
-    if (inputEnded)
+    if (inputEnded) {
         buffer[0] = '\0';
+    }
     return !inputEnded;
 }
 

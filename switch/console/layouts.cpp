@@ -32,8 +32,9 @@ template <auto Field, auto Get>
 void read_field(SW_Device *device, uint32_t chipPort, Record_Of<Field> *record)
 {
     uint32_t value = 0;
-    if (Get(device, chipPort, &value) == SW_STATUS_OK)
+    if (Get(device, chipPort, &value) == SW_STATUS_OK) {
         record->*Field = static_cast<typename Member_Of<decltype(Field)>::Value_Type>(value);
+    }
 }
 
 /* A column of the value in Field. */
@@ -61,8 +62,9 @@ int get_egress_rate(SW_Device *device, uint32_t chipPort, uint32_t *rate)
 void read_bytes_count(SW_Device *device, uint32_t chipPort, SW_Port_Config *record)
 {
     SW_Bytes_Count flags = {};
-    if (swGetBytesCount(device, chipPort, &flags) != SW_STATUS_OK)
+    if (swGetBytesCount(device, chipPort, &flags) != SW_STATUS_OK) {
         return;
+    }
     record->limitMgmt = flags.limitMgmt;
     record->countIfg = flags.countIfg;
     record->countPre = flags.countPre;
@@ -125,13 +127,16 @@ constexpr bool are_well_formed(const SW_Column<Record> (&columns)[Count])
     for (size_t i = 0; i < Count; i++) {
         const std::string_view format = columns[i].format;
         const size_t conversion = format.find('%');
-        if (conversion == std::string_view::npos || conversion != format.rfind('%'))
+        if (conversion == std::string_view::npos || conversion != format.rfind('%')) {
             return false;
+        }
         const size_t kind = format.find_first_not_of("%-0123456789", conversion);
-        if (format[kind] != (columns[i].text != nullptr ? 's' : 'd'))
+        if (format[kind] != (columns[i].text != nullptr ? 's' : 'd')) {
             return false;
-        if ((format.back() == '\n') != (i == Count - 1))
+        }
+        if ((format.back() == '\n') != (i == Count - 1)) {
             return false;
+        }
     }
     return true;
 }
@@ -165,7 +170,8 @@ constexpr SW_Port_Table<SW_Port_Status> SW_PORTS_STATUS_TABLE = {
 
 void Print_Cos_Pair(int index, int trafficClass)
 {
-    if (index != 0)
+    if (index != 0) {
         std::fputs(index % 8 == 0 ? "\n" : " | ", stdout);
+    }
     std::printf("%2d %2d", index, trafficClass);
 }

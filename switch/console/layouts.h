@@ -56,18 +56,20 @@ template <class Record>
 void Print_Cell(const SW_Column<Record> &column, const Record *record)
 {
     const uint32_t value = column.value(record);
-    if (column.text != nullptr)
+    if (column.text != nullptr) {
         std::printf(column.format, column.text(value));
-    else
+    } else {
         std::printf(column.format, static_cast<int>(value));
+    }
 }
 
 template <class Record>
 void Print_Row(const SW_Port_Table<Record> &table, int port, const Record *record)
 {
     std::printf(table.nameFormat, SW_Port_Names[port]);
-    for (const SW_Column<Record> &column : table.columns)
+    for (const SW_Column<Record> &column : table.columns) {
         Print_Cell(column, record);
+    }
 }
 
 /* A row of the device form, cell by cell. */
@@ -75,13 +77,16 @@ template <class Record>
 void Device_Row(const SW_Port_Table<Record> &table, SW_Row_Steps steps, SW_Device *device, int port,
                 Record *record)
 {
-    if (steps.print)
+    if (steps.print) {
         std::printf(table.nameFormat, SW_Port_Names[port]);
+    }
     for (const SW_Column<Record> &column : table.columns) {
-        if (steps.read && column.read != nullptr)
+        if (steps.read && column.read != nullptr) {
             column.read(device, static_cast<uint32_t>(SW_Chip_Ports[port]), record);
-        if (steps.print)
+        }
+        if (steps.print) {
             Print_Cell(column, record);
+        }
     }
 }
 
@@ -90,8 +95,10 @@ template <class Record>
 void Device_Rows(const SW_Port_Table<Record> &table, SW_Row_Steps steps, SW_Device *device,
                  Record (&records)[SW_PORTS])
 {
-    if (steps.print)
+    if (steps.print) {
         std::fputs(table.header, stdout);
-    for (int port = 0; port < SW_PORTS; port++)
+    }
+    for (int port = 0; port < SW_PORTS; port++) {
         Device_Row(table, steps, device, port, &records[port]);
+    }
 }

@@ -18,12 +18,15 @@ void SW_Print_Main_Heading(const SW_Menu_Visit &visit)
     bool notApplied = false;
     bool notSaved = false;
     SW_Get_Config_State(visit.control, &notApplied, &notSaved);
-    if (notApplied)
+    if (notApplied) {
         std::fputs("(*!!! QRB Switch Config: Changed, Not Applied)", stdout);
-    if (notSaved)
+    }
+    if (notSaved) {
         std::fputs("(*!!! QRB Switch Config: Changed, Not Saved)", stdout);
-    if (notApplied || notSaved)
+    }
+    if (notApplied || notSaved) {
         std::fputc('\n', stdout);
+    }
 }
 
 bool SW_Confirmed(const char *question)
@@ -40,18 +43,21 @@ void SW_Act_Save(SW_Menu_Visit &visit)
 
 void SW_Act_Load(SW_Menu_Visit &visit)
 {
-    if (SW_Confirmed("Load Startup Config To Running Config?"))
+    if (SW_Confirmed("Load Startup Config To Running Config?")) {
         SW_Load_Running_Config(visit.control);
+    }
 }
 
 void SW_Act_Factory(SW_Menu_Visit &visit)
 {
-    if (SW_Confirmed("Set Factory Settings?"))
+    if (SW_Confirmed("Set Factory Settings?")) {
         SW_Set_Factory_Settings(visit.control);
+    }
 }
 
 void SW_Act_Reinit(SW_Menu_Visit &visit)
 {
-    if (SW_Confirmed("Switch ReInit?"))
+    if (SW_Confirmed("Switch ReInit?")) {
         SW_ReInit(visit.control);
+    }
 }

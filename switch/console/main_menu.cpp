@@ -36,11 +36,13 @@ void print_vlan_tab(SW_Menu_Visit &visit)
     std::vector<int32_t> ports = {0};
     int32_t count = 1;
     Int_Range_To_Int_List_Silent(SW_Ranges.ports, ports, count, 0, SW_PORTS);
-    if (!Ask_Int_Range("Ports Range", &SW_Ranges.ports, ports, 0, SW_PORTS - 1))
+    if (!Ask_Int_Range("Ports Range", &SW_Ranges.ports, ports, 0, SW_PORTS - 1)) {
         return;
+    }
     Print_Vlan_Header();
-    for (const int32_t port : ports)
+    for (const int32_t port : ports) {
         Dev_Vlan_Row(visit.control, port);
+    }
 }
 
 void print_vtu(SW_Menu_Visit &visit)

@@ -14,11 +14,13 @@ void print_menu(const SW_Menu &menu, const SW_Menu_Visit &visit)
 {
     menu.heading(visit);
     for (const SW_Menu_Key &key : menu.keys) {
-        if (key.line == nullptr)
+        if (key.line == nullptr) {
             continue;
+        }
         std::fputs(key.line, stdout);
-        if (key.lineEnd != nullptr)
+        if (key.lineEnd != nullptr) {
             key.lineEnd(visit);
+        }
         std::fputc('\n', stdout);
     }
     std::fputs(menu.closing, stdout);
@@ -33,8 +35,9 @@ const SW_Menu_Key *find_key(const SW_Menu &menu, char typed)
 {
     for (const SW_Menu_Key &key : menu.keys) {
         const bool both = key.letters == SW_Letters::BOTH_CASES;
-        if (key.key == (both ? lower_case(typed) : typed))
+        if (key.key == (both ? lower_case(typed) : typed)) {
             return &key;
+        }
     }
     return nullptr;
 }
@@ -46,22 +49,27 @@ void SW_Run_Menu(const SW_Menu &menu, SW_Menu_Visit &visit)
     char line[SW_MENU_LINE_SIZE];
     bool reprint = true;
     while (*visit.forceExit == 0) {
-        if (reprint)
+        if (reprint) {
             print_menu(menu, visit);
-        if (!SW_Read_Line(line, sizeof line))
+        }
+        if (!SW_Read_Line(line, sizeof line)) {
             return;
+        }
         if (line[0] == '0') {
-            if (line[1] == '0')
+            if (line[1] == '0') {
                 *visit.forceExit = 1;
+            }
             return;
         }
         const SW_Menu_Key *key = find_key(menu, line[0]);
         reprint = key == nullptr || key->after == SW_After::REPRINT;
-        if (key != nullptr && key->act != nullptr)
+        if (key != nullptr && key->act != nullptr) {
             key->act(visit);
+        }
         /* A prompt or an inner menu may have met the end. */
-        if (SW_Input_Ended())
+        if (SW_Input_Ended()) {
             return;
+        }
     }
 }
 

@@ -45,11 +45,13 @@ struct SW_Menu {
 constexpr bool SW_Keys_Are_Distinct(std::span<const SW_Menu_Key> keys)
 {
     for (size_t i = 0; i < keys.size(); i++) {
-        if (keys[i].key == '0')
+        if (keys[i].key == '0') {
             return false;
+        }
         for (size_t j = 0; j < i; j++) {
-            if (keys[i].key == keys[j].key)
+            if (keys[i].key == keys[j].key) {
                 return false;
+            }
         }
     }
     return true;

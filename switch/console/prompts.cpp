@@ -53,22 +53,25 @@ constexpr Choice MEMBER_TAG = {
 template <size_t Size>
 Answer read_answer(char (&line)[Size])
 {
-    if (!SW_Read_Line(line, Size) || line[0] == '\0')
+    if (!SW_Read_Line(line, Size) || line[0] == '\0') {
         return Answer::NONE;
+    }
     return line[0] == '\n' ? Answer::ENTER : Answer::TEXT;
 }
 
 bool ask_choice(const Choice &choice, const char *label, uint32_t *value)
 {
     std::printf("%s%s", label, choice.choices);
-    if (choice.text != nullptr)
+    if (choice.text != nullptr) {
         std::printf("(%s)", choice.text(*value));
+    }
     std::printf(":");
 
     char line[SW_VALUE_LINE_SIZE];
     const Answer answer = read_answer(line);
-    if (answer != Answer::TEXT)
+    if (answer != Answer::TEXT) {
         return answer == Answer::ENTER;
+    }
     const int32_t typed = SignedDecimalValue(line);
     const int32_t number = choice.cutFirst ? static_cast<uint16_t>(typed) : typed;
     if (number > choice.last) {
@@ -88,8 +91,9 @@ bool is_line_end(char character)
 void strip_line_end(char *text, size_t most)
 {
     size_t length = std::strlen(text);
-    for (; most > 0 && length > 0 && is_line_end(text[length - 1]); most--)
+    for (; most > 0 && length > 0 && is_line_end(text[length - 1]); most--) {
         text[--length] = '\0';
+    }
 }
 
 using Range_Parser = bool (*)(const char *text, char (*rangeText)[SW_RANGE_TEXT_SIZE], bool keep,
@@ -114,8 +118,9 @@ bool ask_list(Range_Parser parse, char (&line)[Size], const char *label,
         break;
     }
     strip_line_end(line, 2);
-    if (parse(line, rangeText, true, values, count, min, max))
+    if (parse(line, rangeText, true, values, count, min, max)) {
         return true;
+    }
     std::printf("Range: %s - bad value\n", line);
     return false;
 }
@@ -126,8 +131,9 @@ bool Ask_Yes_No(const char *label, uint32_t *value)
 {
     std::printf("%s(y/n)(%s):", label, *value != 0 ? "yes" : "no");
     char line[SW_VALUE_LINE_SIZE];
-    if (read_answer(line) != Answer::TEXT)
+    if (read_answer(line) != Answer::TEXT) {
         return false;
+    }
     *value = line[0] == 'y' || line[0] == 'Y' ? 1 : 0;
     return true;
 }
@@ -150,8 +156,9 @@ bool Ask_Dot1q_Mode(const char *label, uint32_t *mode)
 bool Ask_Auto_Mode(const char *label, uint32_t *mode)
 {
     std::puts("Autonegotiation mode:");
-    for (uint32_t listed = 0; listed < SW_AUTO_MODES; listed++)
+    for (uint32_t listed = 0; listed < SW_AUTO_MODES; listed++) {
         std::printf("%-2u - %s\n", listed, AutoModeDisplayText(listed));
+    }
     return ask_choice(AUTO_MODE, label, mode);
 }
 
@@ -178,8 +185,9 @@ bool Ask_Number(const char *label, uint16_t *number)
     std::printf("%s(%d):", label, *number);
     char line[SW_VALUE_LINE_SIZE];
     const Answer answer = read_answer(line);
-    if (answer == Answer::TEXT)
+    if (answer == Answer::TEXT) {
         *number = static_cast<uint16_t>(SignedDecimalValue(line));
+    }
     return answer != Answer::NONE;
 }
 
@@ -205,10 +213,12 @@ bool Ask_Range_Vector(const char *label, char (*rangeText)[SW_RANGE_TEXT_SIZE],
     /* One character less than the range text holds: meant. The end of input reads as the empty
      * text and empties the range text with it: meant too. */
     SW_Read_Line(line, sizeof line - 1);
-    if (!is_line_end(line[0]))
+    if (!is_line_end(line[0])) {
         SetRangeText(rangeText, line);
+    }
     strip_line_end(*rangeText, SW_RANGE_TEXT_SIZE);
-    if ((*rangeText)[0] == '\0')
+    if ((*rangeText)[0] == '\0') {
         return false;
+    }
     return Range_Str_To_Vector(*rangeText, values, min, max, true);
 }

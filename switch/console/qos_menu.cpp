@@ -16,8 +16,9 @@ constexpr uint32_t PORT_PRIOS = 8;
 template <uint32_t Limit>
 bool refused_from(uint32_t value)
 {
-    if (value < Limit)
+    if (value < Limit) {
         return false;
+    }
     std::fputs("Value out of range!", stdout);
     return true;
 }

@@ -31,13 +31,16 @@ void SW_Set_In_Range(SW_Menu_Visit &visit, const SW_Setting &setting)
         values[count] = setting.values[count].get(config, first);
         setting.values[count].ask(setting.values[count].label, &values[count]);
     }
-    if (setting.refused != nullptr && setting.refused(values[0]))
+    if (setting.refused != nullptr && setting.refused(values[0])) {
         return;
-    if (items.empty())
+    }
+    if (items.empty()) {
         std::puts("Range is empty");
+    }
     for (const int32_t item : items) {
-        for (int i = 0; i < count; i++)
+        for (int i = 0; i < count; i++) {
             setting.values[i].set(config, item, values[i]);
+        }
     }
 }
 

@@ -13,16 +13,18 @@ void print_rows(const SW_Port_Table<SW_Port_Config> &table, const SW_Config *con
                 int lastPort)
 {
     std::fputs(table.header, stdout);
-    for (int port = firstPort; port <= lastPort; port++)
+    for (int port = firstPort; port <= lastPort; port++) {
         Print_Row(table, port, &config->ports[port]);
+    }
 }
 
 template <size_t Count>
 void print_classes(const char *header, const uint8_t (&classes)[Count])
 {
     std::fputs(header, stdout);
-    for (int index = 0; index < static_cast<int>(Count); index++)
+    for (int index = 0; index < static_cast<int>(Count); index++) {
         Print_Cos_Pair(index, classes[index]);
+    }
     std::putchar('\n');
 }
 
@@ -116,8 +118,9 @@ void Print_Vtu_Rows(const SW_Config *config)
     Print_Vtu_Header();
     uint32_t printed = 0;
     for (int vid = 0; vid < SW_VLANS && printed < config->vlanEntryCount; vid++) {
-        if (config->vlans[vid].defined == 0)
+        if (config->vlans[vid].defined == 0) {
             continue;
+        }
         Print_Vtu_Row(&config->vlans[vid].vtu);
         printed++;
     }
@@ -131,15 +134,17 @@ void Print_Vlan_Header()
 void Print_Vtu_Header()
 {
     std::printf("  VID");
-    for (const char *name : SW_Port_Names)
+    for (const char *name : SW_Port_Names) {
         std::printf(" | %-10s", name);
+    }
     std::putchar('\n');
 }
 
 void Print_Vtu_Row(const Vlan_Table_Entry *entry)
 {
     std::printf(" %4d", entry->vid);
-    for (const int chipPort : SW_Chip_Ports)
+    for (const int chipPort : SW_Chip_Ports) {
         std::printf(" | %-10s", MemberTagDisplayText(entry->memberTagP[chipPort]));
+    }
     std::putchar('\n');
 }

@@ -50,8 +50,9 @@ void set_existing(SW_Menu_Visit &visit)
 {
     std::vector<int32_t> vids;
     const bool parsed = ask_vlans(vids);
-    if (SW_Report_Vlans(SW_Ranges.vlanIds, parsed))
+    if (SW_Report_Vlans(SW_Ranges.vlanIds, parsed)) {
         SW_Set_Existing_Vlans(visit.control, vids, true);
+    }
     SW_Apply_Vlan_Port_Modes(visit.control, true);
 }
 
@@ -60,8 +61,9 @@ void remove_existing(SW_Menu_Visit &visit)
     SetRangeText(&SW_Ranges.vlanIds, "1");
     std::vector<int32_t> vids;
     const bool parsed = ask_vlans(vids);
-    if (SW_Report_Vlans(SW_Ranges.vlanIds, parsed))
+    if (SW_Report_Vlans(SW_Ranges.vlanIds, parsed)) {
         SW_Remove_Existing_Vlans(visit.control, vids);
+    }
 }
 
 bool ask_ports(std::vector<int32_t> &ports)
@@ -78,8 +80,9 @@ int32_t first_of(const std::vector<int32_t> &ports)
 void set_access_mode(SW_Menu_Visit &visit)
 {
     std::vector<int32_t> ports;
-    if (!ask_ports(ports))
+    if (!ask_ports(ports)) {
         return;
+    }
     uint16_t vid = visit.control->running->ports[first_of(ports)].vid;
     Ask_Number("Port VID", &vid);
     SW_Set_Access_Mode(visit.control, ports, vid);
@@ -88,28 +91,32 @@ void set_access_mode(SW_Menu_Visit &visit)
 void set_trunk_mode(SW_Menu_Visit &visit)
 {
     std::vector<int32_t> ports;
-    if (!ask_ports(ports))
+    if (!ask_ports(ports)) {
         return;
+    }
     const SW_Config *config = visit.control->running;
     const int32_t first = first_of(ports);
     uint16_t vid = config->ports[first].vid;
     Ask_Number("Port VID", &vid);
-    if (!SW_Vid_In_Range(vid))
+    if (!SW_Vid_In_Range(vid)) {
         return;
+    }
     uint32_t tagAll = config->ports[first].discardTagged; /* that field is meant */
     Ask_Yes_No("Tag All", &tagAll);
     SetRangeText(&SW_Ranges.vlanIds, config->vlanPortList[first]);
     std::vector<int32_t> vids;
     const bool parsed = ask_vlans(vids);
-    if (SW_Report_Allowed_Vlans(SW_Ranges.vlanIds, parsed))
+    if (SW_Report_Allowed_Vlans(SW_Ranges.vlanIds, parsed)) {
         SW_Set_Trunk_Mode(visit.control, ports, vid, tagAll != 0, {SW_Ranges.vlanIds, vids});
+    }
 }
 
 void set_default_mode(SW_Menu_Visit &visit)
 {
     std::vector<int32_t> ports;
-    if (ask_ports(ports))
+    if (ask_ports(ports)) {
         SW_Set_Default_Mode(visit.control, ports);
+    }
 }
 
 void set_tdm_qos(SW_Menu_Visit &visit)
@@ -122,10 +129,11 @@ void set_tdm_qos(SW_Menu_Visit &visit)
 /* The properties follow a "no" as well: meant. */
 void set_default_tdm_qos(SW_Menu_Visit &visit)
 {
-    if (SW_Confirmed("Set Default TDM QOS Mode?"))
+    if (SW_Confirmed("Set Default TDM QOS Mode?")) {
         SW_Set_Default_Tdm_Qos(visit.control);
-    else
+    } else {
         SW_Print_Vlan_Properties(visit.control);
+    }
 }
 
 using enum SW_Letters;

@@ -13,8 +13,9 @@ namespace
 
 bool refused_vid(uint32_t vid)
 {
-    if (vid < SW_VLANS)
+    if (vid < SW_VLANS) {
         return false;
+    }
     std::printf("VID %d out of range\n", static_cast<int>(vid));
     return true;
 }
@@ -64,8 +65,9 @@ void print_texts(const SW_Menu_Visit &visit)
 
 void print_vids(const SW_Menu_Visit &visit)
 {
-    for (const int32_t port : visit.ports)
+    for (const int32_t port : visit.ports) {
         std::printf(" %s:%d", SW_Port_Names[port], visit.control->running->ports[port].vid);
+    }
     std::fputs(ITEMS_END, stdout);
 }
 

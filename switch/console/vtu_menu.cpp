@@ -80,12 +80,15 @@ void remove_range(SW_Menu_Visit &visit)
     }
 
     SW_Config *config = visit.control->running;
-    for (const int32_t vid : vids)
+    for (const int32_t vid : vids) {
         config->vlans[vid] = {};
-    if (vids.empty())
+    }
+    if (vids.empty()) {
         std::puts("Range is empty");
-    else /* Meant: those named, not those found. */
+    } else {
+        /* Meant: those named, not those found. */
         std::printf("Removed %d VTU Table entries\n", static_cast<int>(vids.size()));
+    }
     config->vlanEntryCount = static_cast<uint32_t>(
         std::count_if(std::begin(config->vlans), std::end(config->vlans),
                       [](const SW_Vlan_Entry &entry) { return entry.defined != 0; }));

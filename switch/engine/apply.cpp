@@ -46,12 +46,14 @@ const char *frame_size_text(uint32_t size)
 
 bool write_frame_size(SW_Control *control, uint32_t *size, bool log)
 {
-    if (*size != SW_Max_Frame_Size_1522 && *size != SW_Max_Frame_Size_1632)
+    if (*size != SW_Max_Frame_Size_1522 && *size != SW_Max_Frame_Size_1632) {
         *size = SW_Max_Frame_Size_1632;
+    }
     const int status = swSetMaxFrameSize(control->device, DriverFrameSize(*size));
     /* Meant: unlike the settings of a port, this failure is silent without the log. */
-    if (status != SW_STATUS_OK && log)
+    if (status != SW_STATUS_OK && log) {
         printf("Switch: ...Set Max Frame Size! Error:%d\n", status);
+    }
     return status == SW_STATUS_OK;
 }
 
@@ -66,18 +68,25 @@ bool write_changes(SW_Control *control, const SW_Config_Changes &changes, bool l
 {
     SW_Config *running = control->running;
     bool ok = true;
-    if (changes.vlanTable != 0)
+    if (changes.vlanTable != 0) {
         ok = SW_Rebuild_VTU(control, running->vlans, running->vlanEntryCount) && ok;
-    for (int port = 0; changes.anyVlanPortMode != 0 && port < SW_PORTS; port++)
-        if (VlanPortModeChanged(&changes, port))
+    }
+    for (int port = 0; changes.anyVlanPortMode != 0 && port < SW_PORTS; port++) {
+        if (VlanPortModeChanged(&changes, port)) {
             ok = SW_Apply_Vlan_Port_Mode(control, port, log) && ok;
-    for (int port = 0; changes.anyPort != 0 && port < SW_PORTS; port++)
-        if (PortChanged(&changes, port))
+        }
+    }
+    for (int port = 0; changes.anyPort != 0 && port < SW_PORTS; port++) {
+        if (PortChanged(&changes, port)) {
             ok = apply_port(control, port, log) && ok;
-    if (changes.cosUserPrio != 0)
+        }
+    }
+    if (changes.cosUserPrio != 0) {
         ok = SW_Apply_User_Prio_Map(control, running->cosUserPrio, SW_USER_PRIOS) && ok;
-    if (changes.cosDscp != 0)
+    }
+    if (changes.cosDscp != 0) {
         ok = SW_Apply_Dscp_Map(control, running->cosDscp, SW_DSCPS) && ok;
+    }
     return ok;
 }
 
@@ -87,9 +96,10 @@ bool SW_Apply_Max_Frame_Size(SW_Control *control, uint32_t *newValue, const uint
                              bool log, bool write)
 {
     const bool ok = !write || write_frame_size(control, newValue, log);
-    if (log && *newValue != *oldValue)
+    if (log && *newValue != *oldValue) {
         printf("Switch: Max Frame Size: %s->%s\n", frame_size_text(*oldValue),
                frame_size_text(*newValue));
+    }
     return ok;
 }
 
@@ -103,8 +113,9 @@ bool SW_Rebuild_VTU(SW_Control *control, const SW_Vlan_Entry *vlans, uint32_t vl
     }
     uint32_t met = 0; /* failed entries count, too */
     for (int vid = 0; vid < SW_VLANS && met < vlanEntryCount; vid++) {
-        if (vlans[vid].defined == 0)
+        if (vlans[vid].defined == 0) {
             continue;
+        }
         met++;
         status = swVtuAddEntry(control->device, &vlans[vid].vtu);
         if (status != SW_STATUS_OK) {
@@ -132,13 +143,16 @@ bool SW_Apply_Changes(SW_Control *control, bool log, bool write)
     SW_Config_Changes changes = {};
     bool ok = true;
     if (CompareSwitchConfig(&changes, running, applied)) {
-        if (changes.maxFrameSize != 0)
+        if (changes.maxFrameSize != 0) {
             ok = SW_Apply_Max_Frame_Size(control, &running->maxFrameSize, &applied->maxFrameSize,
                                          log, write);
-        if (write)
+        }
+        if (write) {
             ok = write_changes(control, changes, log) && ok;
-        if (log)
+        }
+        if (log) {
             printf("Switch: Apply Changes - %s\n", ok ? "Ok" : "Failed");
+        }
     } else if (log) {
         printf("Switch: [no_changes]\n");
     }
@@ -153,8 +167,9 @@ bool SW_Configure(SW_Control *control, bool log)
                                       &control->applied->maxFrameSize, log, true);
     ok = SW_Rebuild_VTU(control, running->vlans, running->vlanEntryCount) && ok;
     ok = SW_Apply_Vlan_Port_Modes(control, log) && ok;
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         ok = apply_port(control, port, log) && ok;
+    }
     ok = SW_Apply_User_Prio_Map(control, running->cosUserPrio, SW_USER_PRIOS) && ok;
     ok = SW_Apply_Dscp_Map(control, running->cosDscp, SW_DSCPS) && ok;
     return ok;

@@ -59,16 +59,18 @@ void print_chip(const SW_Device &device)
 int enable(SW_Device *device)
 {
     const int status = swSysEnable(device);
-    if (status != SW_STATUS_OK)
+    if (status != SW_STATUS_OK) {
         printf("sysConfig return Failed\n");
+    }
     return status;
 }
 
 int set_frame_size(SW_Device *device)
 {
     const int status = swSetMaxFrameSize(device, DriverFrameSize(SW_Max_Frame_Size_1632));
-    if (status != SW_STATUS_OK)
+    if (status != SW_STATUS_OK) {
         printf("...Set Max Frame Size! Error:%d\n", status);
+    }
     return status;
 }
 
@@ -76,10 +78,11 @@ int print_frame_size(SW_Device *device)
 {
     uint32_t size = 0;
     const int status = swGetMaxFrameSize(device, &size);
-    if (status != SW_STATUS_OK)
+    if (status != SW_STATUS_OK) {
         printf("...Get Max Frame Size! Error:%d\n", status);
-    else
+    } else {
         printf("MaxFrameSize  : %s\n", MaxFrameSizeDisplayText(ConfigFrameSize(size)));
+    }
     return status;
 }
 
@@ -97,19 +100,21 @@ int SW_Init(SW_Control *control, bool verbose)
 {
     fill_sys_config(control->sysConfig);
     *control->device = {};
-    if (verbose)
+    if (verbose) {
         printf("Try load marvell switch driver...");
-    else
+    } else {
         SW_Wait(QUIET_WAIT);
+    }
     const int status = swLoadDriver(control->sysConfig, control->device);
     if (status != SW_STATUS_OK) {
         printf("...load driver failed! Error:%d\n", status);
         return status;
     }
-    if (verbose)
+    if (verbose) {
         print_chip(*control->device);
-    else
+    } else {
         SW_Wait(QUIET_WAIT);
+    }
     return enable(control->device);
 }
 
@@ -121,15 +126,19 @@ int SW_Init_Quiet(SW_Control *control)
 int SW_Init_Ports(SW_Control *control)
 {
     uint32_t port = 0;
-    for (const uint32_t mode : PORT_SPEED_MODES)
+    for (const uint32_t mode : PORT_SPEED_MODES) {
         swSetPortAutoMode(control->device, port++, mode);
+    }
     int status = set_frame_size(control->device);
-    if (status == SW_STATUS_OK)
+    if (status == SW_STATUS_OK) {
         status = print_frame_size(control->device);
-    if (status != SW_STATUS_OK)
+    }
+    if (status != SW_STATUS_OK) {
         return status;
-    for (const int index : LED_PORTS)
+    }
+    for (const int index : LED_PORTS) {
         set_led_function(control->device, static_cast<uint32_t>(SW_Chip_Ports[index]));
+    }
     return SW_STATUS_OK;
 }
 
@@ -147,19 +156,22 @@ void SW_Read_Max_Frame_Size(SW_Control *control)
     if (control->read != 0) {
         uint32_t size = 0;
         const int status = swGetMaxFrameSize(control->device, &size);
-        if (status == SW_STATUS_OK)
+        if (status == SW_STATUS_OK) {
             *image = ConfigFrameSize(size);
-        else if (control->print != 0)
+        } else if (control->print != 0) {
             printf("...Get Max Frame Size! Error:%d\n", status);
+        }
     }
-    if (control->print != 0)
+    if (control->print != 0) {
         printf("Max Frame Size: %s\n", MaxFrameSizeDisplayText(*image));
+    }
 }
 
 int SW_Open_Dev_Mem()
 {
-    if (SW_Mem_Mapped != 0)
+    if (SW_Mem_Mapped != 0) {
         return 0;
+    }
     const int memory = open("/dev/mem", O_RDWR | O_DSYNC);
     if (memory < 0) {
         printf("Switch: Cannot open /dev/mem.\n");

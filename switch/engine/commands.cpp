@@ -44,8 +44,9 @@ bool SW_Load_Startup_Config(SW_Control * /*control*/, const char *path, SW_Confi
 {
     ClearSwitchConfig(config);
     const bool loaded = LoadSwitchConfigFile(path, config);
-    if (!loaded)
+    if (!loaded) {
         SetSwitchConfigDefaults(config);
+    }
     return loaded;
 }
 
@@ -76,8 +77,9 @@ int SW_Load_Config(SW_Control *control, const char *path, bool configure)
         printf("Switch: Default settings used");
         SetSwitchConfigDefaults(control->running);
     }
-    if (configure)
+    if (configure) {
         printf("Switch: Configure: %s\n", result_text(SW_Configure(control, false)));
+    }
     return 0;
 }
 

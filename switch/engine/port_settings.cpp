@@ -109,8 +109,9 @@ constexpr bool table_is_whole()
 {
     constexpr int fields_behind_the_port_type = 20;
     long fields = 0;
-    for (const Port_Setting &row : PORT_SETTINGS)
+    for (const Port_Setting &row : PORT_SETTINGS) {
         fields += fields_of(row);
+    }
     return std::size(PORT_SETTINGS) == 18 && fields == fields_behind_the_port_type;
 }
 static_assert(table_is_whole());
@@ -155,17 +156,20 @@ void log_change(int port, const Log_Field &field, const SW_Port_Config &newPort,
     const uint32_t new_value = field.value(newPort);
     const uint32_t old_value = field.value(oldPort);
     /* Numbers are compared, not what is shown: "True -> True" is possible and meant. */
-    if (new_value != old_value)
+    if (new_value != old_value) {
         printf("Switch: Port %d %s: %s -> %s\n", port, field.text,
                shown(old_value, field.shownAs).text, shown(new_value, field.shownAs).text);
+    }
 }
 
 void log_changes(int port, const Port_Setting &row, const SW_Port_Config &newPort,
                  const SW_Port_Config &oldPort)
 {
-    for (const Log_Field &field : row.fields)
-        if (field.text != nullptr)
+    for (const Log_Field &field : row.fields) {
+        if (field.text != nullptr) {
             log_change(port, field, newPort, oldPort);
+        }
+    }
 }
 
 } // namespace
@@ -176,8 +180,9 @@ bool SW_Apply_Port(SW_Control *control, int port, const SW_Port_Config *newPort,
     const auto chip_port = static_cast<uint32_t>(SW_Chip_Ports[port]);
     bool ok = true;
     for (const Port_Setting &row : PORT_SETTINGS) {
-        if (row.copperOnly && newPort->portType != SW_Port_Type_COPPER)
+        if (row.copperOnly && newPort->portType != SW_Port_Type_COPPER) {
             continue;
+        }
         const int status = row.write(control->device, chip_port, *newPort);
         if (status != SW_STATUS_OK) {
             printf("Switch: ...Set Port %s %s! Error:%d\n", SW_Port_Names[port], row.failureText,

@@ -53,18 +53,21 @@ void renew_trunk_port(SW_Config *config, int port)
     std::vector<int32_t> vids;
     int32_t count = 0;
     if (!Int_Range_To_Int_List2(config->vlanPortList[port], nullptr, false, vids, count, FIRST_VID,
-                                LAST_VID))
+                                LAST_VID)) {
         return;
+    }
     SW_Port_Config &settings = config->ports[port];
     LeaveAllVlans(config, port);
     settings.dot1qMode = SW_Dot1q_Mode_CHECK;
     /* Meant: here, other than in the trunk command, VLANs that do not exist get the port too. */
-    for (const int32_t vid : vids)
+    for (const int32_t vid : vids) {
         SetMemberTag(config, port, vid, SW_Member_Tag_TAGGED);
+    }
     settings.discardTagged = 0;
     if (settings.egressMode == SW_Egress_Mode_UNMODIFY_EGRESS ||
-        settings.egressMode == SW_Egress_Mode_ADD_TAG)
+        settings.egressMode == SW_Egress_Mode_ADD_TAG) {
         settings.egressMode = SW_Egress_Mode_UNTAGGED_EGRESS;
+    }
     join_native_vlan(config, port);
 }
 
@@ -85,8 +88,9 @@ template <class Edit>
 void edit_ports(SW_Control *control, std::span<const int32_t> ports, const Edit &edit)
 {
     for (const int32_t port : ports) {
-        if (IsPort(port))
+        if (IsPort(port)) {
             edit(port);
+        }
     }
     SW_Print_Vlan_Properties(control);
 }
@@ -95,8 +99,9 @@ void edit_ports(SW_Control *control, std::span<const int32_t> ports, const Edit 
 
 bool SW_Apply_Vlan_Port_Mode(SW_Control *control, int port, bool /*log*/)
 {
-    if (!IsPort(port))
+    if (!IsPort(port)) {
         return true;
+    }
     SW_Config *config = control->running;
     switch (config->vlanPortType[port]) {
     case SW_Vlan_Port_Type_DEFAULT:
@@ -117,8 +122,9 @@ bool SW_Apply_Vlan_Port_Mode(SW_Control *control, int port, bool /*log*/)
 bool SW_Apply_Vlan_Port_Modes(SW_Control *control, bool log)
 {
     bool ok = true;
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         ok = SW_Apply_Vlan_Port_Mode(control, port, log) && ok;
+    }
     return ok;
 }
 
@@ -133,16 +139,18 @@ void SW_Set_Default_Mode(SW_Control *control, std::span<const int32_t> ports)
 
 bool SW_Vid_In_Range(uint16_t vid)
 {
-    if (HasVlanEntry(vid))
+    if (HasVlanEntry(vid)) {
         return true;
+    }
     printf("VID %d out of range\n", vid);
     return false;
 }
 
 bool SW_Set_Access_Mode(SW_Control *control, std::span<const int32_t> ports, uint16_t vid)
 {
-    if (!SW_Vid_In_Range(vid))
+    if (!SW_Vid_In_Range(vid)) {
         return false;
+    }
     SW_Config *config = control->running;
     edit_ports(control, ports, [&](int port) {
         config->ports[port].vid = vid;
@@ -162,14 +170,17 @@ bool SW_Report_Allowed_Vlans(const char *text, bool parsed)
 bool SW_Set_Trunk_Mode(SW_Control *control, std::span<const int32_t> ports, uint16_t vid,
                        bool tagAll, const SW_Allowed_Vlans &allowed)
 {
-    if (!SW_Vid_In_Range(vid))
+    if (!SW_Vid_In_Range(vid)) {
         return false;
-    if (allowed.text.size() >= SW_RANGE_TEXT_SIZE)
+    }
+    if (allowed.text.size() >= SW_RANGE_TEXT_SIZE) {
         return false;
+    }
     const bool all = SW_Is_All_Vlans(allowed.vids);
     edit_ports(control, ports, [&](int port) {
-        if (!all)
+        if (!all) {
             SW_Set_Trunk_Membership(control, port, allowed.vids, false);
+        }
         make_trunk_port(control->running, port, vid, tagAll, allowed.text);
     });
     return true;

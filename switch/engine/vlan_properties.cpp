@@ -30,8 +30,9 @@ struct Marks {
 
 const char *egress_mark(uint8_t memberTag)
 {
-    if (memberTag == SW_Member_Tag_UNTAGGED)
+    if (memberTag == SW_Member_Tag_UNTAGGED) {
         return "";
+    }
     return memberTag == SW_Member_Tag_TAGGED ? "/(tagged)" : "/(other)";
 }
 
@@ -40,8 +41,9 @@ Marks marks_of(const SW_Config *config, int port)
 {
     const SW_Port_Config &settings = config->ports[port];
     const SW_Vlan_Entry &entry = config->vlans[settings.vid];
-    if (settings.vid != DEFAULT_VID && entry.defined == 0)
+    if (settings.vid != DEFAULT_VID && entry.defined == 0) {
         return {"", "", "(Warning: not exists)"};
+    }
     /* Meant: this mark shows the discard flag, not the egress mode. */
     return {settings.discardTagged != 0 ? "(tagged)" : "(untagged)",
             egress_mark(entry.vtu.memberTagP[SW_Chip_Ports[port]]), ""};
@@ -79,10 +81,11 @@ void print_qos_mark(const SW_Port_Config &settings)
     const bool tdmRule = settings.prioMapRule == 0 && settings.ipPrio == 0;
     const bool known =
         settings.userPrio == 1 && (tdmRule || (factoryRule && settings.portPrio == 0));
-    if (!known)
+    if (!known) {
         printf(" QOS:%d - Custom", settings.portPrio);
-    else if (settings.portPrio != 0)
+    } else if (settings.portPrio != 0) {
         printf(" QOS:%d", settings.portPrio);
+    }
 }
 
 void print_port(const SW_Config *config, int port)
@@ -101,8 +104,9 @@ void print_port(const SW_Config *config, int port)
     }
     print_mode(config, port);
     print_qos_mark(settings);
-    if (config->vlanPortType[port] == SW_Vlan_Port_Type_CUSTOM)
+    if (config->vlanPortType[port] == SW_Vlan_Port_Type_CUSTOM) {
         printf(" - Port Custom Settings");
+    }
     putchar('\n');
 }
 
@@ -116,6 +120,7 @@ void SW_Print_Vlan_Properties(const SW_Control *control)
 void SW_Print_Vlan_Properties_Of(const SW_Config *config)
 {
     print_existing_vlans(config);
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         print_port(config, port);
+    }
 }

@@ -33,18 +33,21 @@ Refusal take_item(const char **text, std::vector<int32_t> &values, int32_t min, 
     const int32_t first = value_of(at[0]);
     const char c2 = at[1];
     if (c2 == ',' || c2 == '\0' || IsBlank(c2)) {
-        if (!IsWithin(first, min, max))
+        if (!IsWithin(first, min, max)) {
             return {FAULT_NUMBER, 0};
+        }
         values.push_back(first);
         *text = at + (c2 == '\0' ? 1 : 2);
         return {FAULT_NONE, 0};
     }
-    if (c2 != '-')
+    if (c2 != '-') {
         return {FAULT_SEPARATOR, static_cast<unsigned char>(c2)};
+    }
     /* At the end of the text this is the NUL, whose value is below every first one. */
     const int32_t last = value_of(at[2]);
-    if (!IsWithin(first, min, max) || !IsWithin(last, min, max) || first >= last)
+    if (!IsWithin(first, min, max) || !IsWithin(last, min, max) || first >= last) {
         return {FAULT_RANGE, 0};
+    }
     AppendRun(values, first, last);
     *text = at + 3;
     return {FAULT_NONE, 0};
@@ -58,8 +61,9 @@ Refusal parse(const char *text, std::vector<int32_t> &values, int32_t min, int32
             continue;
         }
         const Refusal refusal = take_item(&text, values, min, max);
-        if (refusal.fault != FAULT_NONE)
+        if (refusal.fault != FAULT_NONE) {
             return refusal;
+        }
     }
     return {FAULT_NONE, 0};
 }
@@ -68,10 +72,11 @@ void print(const Refusal &refusal)
 {
     const char *const routine = "Int_Range_To_Int_List";
     const int number = refusal.fault;
-    if (refusal.fault == FAULT_SEPARATOR)
+    if (refusal.fault == FAULT_SEPARATOR) {
         printf("%s:%d: - Failed (c2: '%c' 0x%02X)\n", routine, number, refusal.c2, refusal.c2);
-    else
+    } else {
         printf("%s:%d: - Failed\n", routine, number);
+    }
 }
 
 } // namespace

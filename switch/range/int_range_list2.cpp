@@ -49,8 +49,9 @@ constexpr Row ROWS[STATES] = {
 constexpr bool rows_stand_at_their_states()
 {
     for (int state = 0; state < STATES; ++state) {
-        if (ROWS[state].state != state)
+        if (ROWS[state].state != state) {
             return false;
+        }
     }
     return true;
 }
@@ -67,8 +68,9 @@ static_assert(same_on_digit(EXPECT_FIRST, FIRST) && same_on_digit(EXPECT_SECOND,
 
 constexpr Class class_of(char character)
 {
-    if (IsDecimalDigit(character))
+    if (IsDecimalDigit(character)) {
         return DIGIT;
+    }
     switch (character) {
     case ',':
         return COMMA;
@@ -83,8 +85,9 @@ constexpr Class class_of(char character)
 
 constexpr std::array<Class, 256> CLASS_OF = [] {
     std::array<Class, 256> classes{};
-    for (int c = 0; c < 256; ++c)
+    for (int c = 0; c < 256; ++c) {
         classes[static_cast<size_t>(c)] = class_of(static_cast<char>(c));
+    }
     return classes;
 }();
 
@@ -117,8 +120,9 @@ bool refuse_character(char character)
 
 bool take_first(Machine &machine)
 {
-    if (!IsWithin(machine.first, machine.min, machine.max))
+    if (!IsWithin(machine.first, machine.min, machine.max)) {
         return refuse_number(machine.first);
+    }
     machine.values.push_back(machine.first);
     machine.first = 0;
     ++machine.at;
@@ -127,13 +131,16 @@ bool take_first(Machine &machine)
 
 bool take_range(Machine &machine)
 {
-    if (!IsWithin(machine.first, machine.min, machine.max))
+    if (!IsWithin(machine.first, machine.min, machine.max)) {
         return refuse_number(machine.first);
-    if (!IsWithin(machine.second, machine.min, machine.max))
+    }
+    if (!IsWithin(machine.second, machine.min, machine.max)) {
         return refuse_number(machine.second);
+    }
     /* A range in the wrong order is refused with its second number, which is meant. */
-    if (machine.second <= machine.first)
+    if (machine.second <= machine.first) {
         return refuse_number(machine.second);
+    }
     AppendRun(machine.values, machine.first, machine.second);
     machine.first = machine.second = 0;
     ++machine.at;
@@ -169,8 +176,9 @@ bool run(Machine &machine)
     State state = EXPECT_FIRST;
     while (state != DONE) {
         const Cell &cell = ROWS[state].cells[CLASS_OF[static_cast<unsigned char>(*machine.at)]];
-        if (!perform(cell.action, machine))
+        if (!perform(cell.action, machine)) {
             return false;
+        }
         state = cell.next;
     }
     return true;
@@ -179,8 +187,9 @@ bool run(Machine &machine)
 bool parse(const char *text, std::vector<int32_t> &values, int32_t min, int32_t max)
 {
     /* The machine would refuse the empty text; it stands for an empty list, which is meant. */
-    if (*text == '\0')
+    if (*text == '\0') {
         return true;
+    }
     Machine machine{text, 0, 0, min, max, values};
     return run(machine);
 }
@@ -206,8 +215,9 @@ bool run_sample(int index, const char *sample)
         Int_Range_To_Int_List2(sample, nullptr, false, values, count, SAMPLE_MIN, SAMPLE_MAX);
     printf("[%d]: s=\"%s\" res=%s channels(%d):", index, sample, parsed ? "true" : "false", count);
     if (count >= 1 && count <= MOST_PRINTED) {
-        for (const int32_t value : values)
+        for (const int32_t value : values) {
             printf(" %d", value);
+        }
     }
     printf("\n");
     return parsed;
@@ -230,7 +240,8 @@ bool QRB_Int_Range_To_Int_List2_Test()
     printf("\n%s:%d:\n", "QRB_Int_Range_To_Int_List2_Test", __LINE__);
     bool passed = true;
     int index = 0;
-    for (const char *sample : SAMPLES)
+    for (const char *sample : SAMPLES) {
         passed = run_sample(index++, sample) && passed;
+    }
     return passed;
 }

@@ -28,8 +28,9 @@ inline int32_t TakeDigits(const char **text, int32_t value)
     /* Up to here a digit more cannot overflow: the common case, kept apart as it is much faster. */
     constexpr int32_t ROOM_FOR_DIGIT = std::numeric_limits<int32_t>::max() / 10 - 1;
     const char *at = *text;
-    for (; IsDecimalDigit(*at); ++at)
+    for (; IsDecimalDigit(*at); ++at) {
         value = value <= ROOM_FOR_DIGIT ? 10 * value + (*at - '0') : AppendDecimalDigit(value, *at);
+    }
     *text = at;
     return value;
 }
@@ -58,8 +59,9 @@ struct Counting_Iterator {
 inline void AppendRun(std::vector<int32_t> &values, int32_t first, int32_t last)
 {
     /* A value more than a 32-bit distance counts: no memory for it, the same on every build. */
-    if (first <= 0 && last == std::numeric_limits<int32_t>::max())
+    if (first <= 0 && last == std::numeric_limits<int32_t>::max()) {
         throw std::bad_alloc();
+    }
     values.insert(values.end(), Counting_Iterator{static_cast<uint32_t>(first)},
                   Counting_Iterator{static_cast<uint32_t>(last) + 1});
 }

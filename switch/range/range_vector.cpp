@@ -24,8 +24,9 @@ enum Fault : int {
 
 bool refuse(bool verbose, const char *routine, Fault fault, const char *kind)
 {
-    if (verbose)
+    if (verbose) {
         printf("%s:%d: %s Error\n", routine, static_cast<int>(fault), kind);
+    }
     return false;
 }
 
@@ -36,10 +37,11 @@ bool split(const char *text, std::vector<Range_Lexem> &lexems, bool verbose)
             lexems.push_back({Range_Lexem_NUMBER, TakeDigits(&text, 0)});
             continue;
         }
-        if (*text == ',' || *text == '-')
+        if (*text == ',' || *text == '-') {
             lexems.push_back({*text == ',' ? Range_Lexem_COMMA : Range_Lexem_MINUS, 0});
-        else if (!IsBlank(*text))
+        } else if (!IsBlank(*text)) {
             return refuse(verbose, "Range_Str_To_Lexems", FAULT_CHARACTER, "Parsing");
+        }
         ++text;
     }
     return true;
@@ -70,8 +72,9 @@ bool is_number(const Walk &walk, std::size_t index)
 bool take_number(Walk &walk, std::size_t lexems, Fault outOfBounds)
 {
     const int32_t value = walk.lexems[walk.at].value;
-    if (!IsWithin(value, walk.min, walk.max))
+    if (!IsWithin(value, walk.min, walk.max)) {
         return refuse(walk, outOfBounds, "Range");
+    }
     walk.values.push_back(value);
     walk.at += lexems;
     return true;
@@ -82,10 +85,12 @@ bool take_range(Walk &walk)
 {
     const int32_t first = walk.lexems[walk.at].value;
     const int32_t last = walk.lexems[walk.at + 2].value;
-    if (!IsWithin(first, walk.min, walk.max) || !IsWithin(last, walk.min, walk.max))
+    if (!IsWithin(first, walk.min, walk.max) || !IsWithin(last, walk.min, walk.max)) {
         return refuse(walk, FAULT_RANGE_BOUNDS, "Range");
-    if (first >= last)
+    }
+    if (first >= last) {
         return refuse(walk, FAULT_RANGE_ORDER, "Parsing");
+    }
     AppendRun(walk.values, first, last);
     walk.at += 3;
     return true;
@@ -94,8 +99,9 @@ bool take_range(Walk &walk)
 bool skip_separator(Walk &walk)
 {
     const bool between = walk.at > 0 && walk.at + 1 < walk.lexems.size();
-    if (walk.lexems[walk.at].kind != Range_Lexem_COMMA || !between)
+    if (walk.lexems[walk.at].kind != Range_Lexem_COMMA || !between) {
         return refuse(walk, FAULT_SEPARATOR, "Parsing");
+    }
     ++walk.at;
     return true;
 }
@@ -103,23 +109,29 @@ bool skip_separator(Walk &walk)
 /* The number at the walk's place has a separator behind it. */
 bool take_before_separator(Walk &walk)
 {
-    if (walk.at + 2 >= walk.lexems.size())
+    if (walk.at + 2 >= walk.lexems.size()) {
         return refuse(walk, FAULT_CUT_OFF, "Parsing");
-    if (!is_number(walk, walk.at + 2))
+    }
+    if (!is_number(walk, walk.at + 2)) {
         return refuse(walk, FAULT_SEQUENCE, "Parsing");
-    if (walk.lexems[walk.at + 1].kind == Range_Lexem_COMMA)
+    }
+    if (walk.lexems[walk.at + 1].kind == Range_Lexem_COMMA) {
         return take_number(walk, 2, FAULT_NUMBER_BEFORE_COMMA);
+    }
     return take_range(walk);
 }
 
 bool step(Walk &walk)
 {
-    if (!is_number(walk, walk.at))
+    if (!is_number(walk, walk.at)) {
         return skip_separator(walk);
-    if (walk.at + 1 == walk.lexems.size())
+    }
+    if (walk.at + 1 == walk.lexems.size()) {
         return take_number(walk, 1, FAULT_LAST_NUMBER);
-    if (is_number(walk, walk.at + 1))
+    }
+    if (is_number(walk, walk.at + 1)) {
         return take_number(walk, 1, FAULT_NUMBER_BEFORE_NUMBER);
+    }
     return take_before_separator(walk);
 }
 
@@ -128,8 +140,9 @@ bool collect(const std::vector<Range_Lexem> &lexems, std::vector<int32_t> &value
 {
     Walk walk{lexems, values, min, max, verbose, 0};
     while (walk.at < lexems.size()) {
-        if (!step(walk))
+        if (!step(walk)) {
             return false;
+        }
     }
     return true;
 }
@@ -138,15 +151,17 @@ bool collect(const std::vector<Range_Lexem> &lexems, std::vector<int32_t> &value
 bool is_increasing(const std::vector<int32_t> &values)
 {
     unsigned misplaced = 0;
-    for (std::size_t i = 1; i < values.size(); ++i)
+    for (std::size_t i = 1; i < values.size(); ++i) {
         misplaced |= static_cast<unsigned>(values[i - 1] >= values[i]);
+    }
     return misplaced == 0;
 }
 
 void sort_without_repeats(std::vector<int32_t> &values)
 {
-    if (is_increasing(values))
+    if (is_increasing(values)) {
         return;
+    }
     std::sort(values.begin(), values.end());
     values.erase(std::unique(values.begin(), values.end()), values.end());
 }
@@ -157,8 +172,9 @@ bool Range_Str_To_Lexems(const char *text, std::vector<Range_Lexem> &lexems, boo
 {
     return WithoutThrowing([&] {
         std::vector<Range_Lexem> found;
-        if (!split(text, found, verbose))
+        if (!split(text, found, verbose)) {
             return false;
+        }
         lexems = std::move(found);
         return true;
     });
@@ -169,8 +185,9 @@ bool Range_Lexems_To_Vector(const std::vector<Range_Lexem> &lexems, std::vector<
 {
     return WithoutThrowing([&] {
         std::vector<int32_t> found;
-        if (!collect(lexems, found, min, max, verbose))
+        if (!collect(lexems, found, min, max, verbose)) {
             return false;
+        }
         values = std::move(found);
         return true;
     });
@@ -182,10 +199,12 @@ bool Range_Str_To_Vector(const char *text, std::vector<int32_t> &values, int32_t
     std::vector<Range_Lexem> lexems;
     std::vector<int32_t> found;
     if (!Range_Str_To_Lexems(text, lexems, verbose) ||
-        !Range_Lexems_To_Vector(lexems, found, min, max, verbose))
+        !Range_Lexems_To_Vector(lexems, found, min, max, verbose)) {
         return false;
-    if (found.empty())
+    }
+    if (found.empty()) {
         return refuse(verbose, "Range_Str_To_Vector", FAULT_NO_VALUE, "Parsing");
+    }
     sort_without_repeats(found);
     values = std::move(found);
     return true;

@@ -29,23 +29,29 @@ struct Rate_Place {
 
 Rate_Place pri0_place(Sets s)
 {
-    if ((s.a & 0x7ef9fc00) == 0 && (s.b & 0x800) == 0)
+    if ((s.a & 0x7ef9fc00) == 0 && (s.b & 0x800) == 0) {
         return {{10, 8, 3}, 0, false};
-    if ((s.a & 0x1c400) != 0)
+    }
+    if ((s.a & 0x1c400) != 0) {
         return {{9, 0, 12}, 28, false};
+    }
     return {{9, 0, 12}, 32, true};
 }
 
 Rate_Place egress_place(Sets s)
 {
-    if (model_is_oldest(s))
+    if (model_is_oldest(s)) {
         return {{10, 0, 3}, 0, false};
-    if ((s.b & 0x3f1) != 0)
+    }
+    if ((s.b & 0x3f1) != 0) {
         return {{9, 0, 12}, 40, true};
-    if ((s.a & 0x60000) != 0)
+    }
+    if ((s.a & 0x60000) != 0) {
         return {{10, 0, 12}, 40, true};
-    if ((s.a & 0x1c400) != 0)
+    }
+    if ((s.a & 0x1c400) != 0) {
         return {{10, 0, 12}, 28, false};
+    }
     return {{10, 0, 12}, 32, true};
 }
 
@@ -100,8 +106,9 @@ constexpr uint64_t DIVIDEND = 8000000;
 
 uint64_t divisor_of(uint64_t kilobits, const Rate_Place &place)
 {
-    if (kilobits == 0)
+    if (kilobits == 0) {
         return 0;
+    }
     const uint64_t product = kilobits * place.factor;
     const uint64_t rest = place.roundedUp && DIVIDEND % product != 0 ? 1 : 0;
     const uint64_t divisor = DIVIDEND / product + rest;
@@ -111,8 +118,9 @@ uint64_t divisor_of(uint64_t kilobits, const Rate_Place &place)
 int set_rate(Register_Model *model, uint16_t *registers, const Rate_Place &place, uint32_t rate)
 {
     if (place.factor == 0) {
-        if (rate > 7)
+        if (rate > 7) {
             return BAD_PARAM;
+        }
         write(registers, place.bits, rate);
         return OK;
     }
@@ -124,11 +132,13 @@ int set_rate(Register_Model *model, uint16_t *registers, const Rate_Place &place
 uint32_t get_rate(Register_Model *model, const uint16_t *registers, const Rate_Place &place)
 {
     const uint32_t content = read(registers, place.bits);
-    if (place.factor == 0)
+    if (place.factor == 0) {
         return content;
+    }
     uint32_t code = 0;
-    while (code < CODES && divisor_of(KILOBITS[code], place) != content)
+    while (code < CODES && divisor_of(KILOBITS[code], place) != content) {
         code++;
+    }
     model->rateUnknown = code == CODES;
     return code < CODES ? code : static_cast<uint32_t>(DIVIDEND / (content * place.factor));
 }
@@ -136,8 +146,9 @@ uint32_t get_rate(Register_Model *model, const uint16_t *registers, const Rate_P
 /* Management frames, gap, preamble. */
 std::array<Bits, 3> bytes_count_bits(Sets s)
 {
-    if (model_is_newer(s))
+    if (model_is_newer(s)) {
         return {{{9, 15, 1}, {10, 13, 1}, {10, 12, 1}}};
+    }
     return {{{10, 6, 1}, {10, 5, 1}, {10, 4, 1}}};
 }
 
@@ -152,9 +163,11 @@ int set_mirror(Register_Model *model, const Model_Row &row, uint16_t *registers,
 /* The driver's number of a hardware port, 15 when it has none. */
 uint32_t get_mirror(const Register_Model &model, uint32_t target)
 {
-    for (uint32_t port = 0; port < model.hardwarePorts.size(); port++)
-        if (model_hardware_port(model.hardwarePorts, port) == target)
+    for (uint32_t port = 0; port < model.hardwarePorts.size(); port++) {
+        if (model_hardware_port(model.hardwarePorts, port) == target) {
             return port;
+        }
+    }
     return NO_MIRROR;
 }
 
@@ -162,21 +175,25 @@ uint32_t get_mirror(const Register_Model &model, uint32_t target)
 int check(const Register_Model &model, const Model_Row &row, uint32_t index)
 {
     const bool of_port = row.kind < CLASS || row.kind == PHY_PAGE;
-    if (of_port && model_hardware_port(model.hardwarePorts, index) == MODEL_NO_PORT)
+    if (of_port && model_hardware_port(model.hardwarePorts, index) == MODEL_NO_PORT) {
         return BAD_PARAM;
+    }
     const bool from_phy = row.kind == LINK_FACT && facts_from_phy(model.sets);
     if ((from_phy || row.kind == PHY_PAGE) &&
-        !has_phy(model, model_hardware_port(model.hardwarePorts, index)))
+        !has_phy(model, model_hardware_port(model.hardwarePorts, index))) {
         return NOT_SUPPORTED;
+    }
     return row.supported(model.sets) ? OK : NOT_SUPPORTED;
 }
 
 int check_value(const Register_Model &model, const Model_Row &row, const Values &values)
 {
-    if (row.kind == EGRESS_MODE && values[0] > 3)
+    if (row.kind == EGRESS_MODE && values[0] > 3) {
         return FAIL;
-    if (row.kind == EGRESS_MODE && values[0] == 3 && (model.sets.a & 0x7efdafd6) == 0)
+    }
+    if (row.kind == EGRESS_MODE && values[0] == 3 && (model.sets.a & 0x7efdafd6) == 0) {
         return NOT_SUPPORTED;
+    }
     return row.kind == PHY_PAGE && values[2] > 31 ? BAD_PARAM : OK;
 }
 
@@ -185,8 +202,9 @@ int check_set(const Register_Model &model, const Model_Row &row, uint32_t index,
               const Values &values)
 {
     if (row.kind == MIRROR_DEST && values[0] != NO_MIRROR &&
-        model_hardware_port(model.hardwarePorts, values[0]) == MODEL_NO_PORT)
+        model_hardware_port(model.hardwarePorts, values[0]) == MODEL_NO_PORT) {
         return BAD_PARAM;
+    }
     const int status = check(model, row, index);
     return status == OK ? check_value(model, row, values) : status;
 }
@@ -195,8 +213,9 @@ uint32_t link_fact(const Register_Model &model, const uint16_t *registers, const
                    uint32_t port)
 {
     const Bits bits = row.place(model.sets);
-    if (!facts_from_phy(model.sets))
+    if (!facts_from_phy(model.sets)) {
         return read(registers, bits);
+    }
     const Model_Link &link = model.links[model_hardware_port(model.hardwarePorts, port)];
     return bits.first == 8 ? link.speed : link.full;
 }
@@ -205,8 +224,9 @@ uint32_t link_fact(const Register_Model &model, const uint16_t *registers, const
 
 unsigned model_hardware_port(const std::string &hardwarePorts, uint32_t port)
 {
-    if (port >= hardwarePorts.size())
+    if (port >= hardwarePorts.size()) {
         return MODEL_NO_PORT;
+    }
     const char letter = hardwarePorts[port];
     return letter == 'A' ? 10 : static_cast<unsigned>(letter - '0');
 }
@@ -219,27 +239,31 @@ unsigned model_global_address(const Register_Model &model)
 uint16_t model_page(const Register_Model &model, unsigned hardwarePort, unsigned page,
                     unsigned number)
 {
-    if (number == PAGE_REGISTER)
+    if (number == PAGE_REGISTER) {
         return static_cast<uint16_t>(page);
+    }
     const auto written = model.pages.find({hardwarePort, page, number});
-    if (written != model.pages.end())
+    if (written != model.pages.end()) {
         return written->second;
+    }
     return page == 3 && number == 16 ? 0x1021 : 0; /* the LEDs */
 }
 
 int model_set(Register_Model *model, const Model_Row &row, uint32_t index, const Values &values)
 {
     const int status = check_set(*model, row, index, values);
-    if (status != OK)
+    if (status != OK) {
         return status;
+    }
     uint16_t *registers = registers_of(model, row, index);
     switch (row.kind) {
     case FLAG:
         write(registers, row.place(model->sets), values[0] == 1 ? 1 : 0);
         break;
     case BYTES_COUNT:
-        for (size_t flag = 0; flag < 3; flag++)
+        for (size_t flag = 0; flag < 3; flag++) {
             write(registers, bytes_count_bits(model->sets)[flag], values[flag] == 1 ? 1 : 0);
+        }
         break;
     case PRI0_RATE:
     case EGRESS_RATE:
@@ -253,9 +277,10 @@ int model_set(Register_Model *model, const Model_Row &row, uint32_t index, const
     case MIRROR_DEST:
         return set_mirror(model, row, registers, values[0]);
     case PHY_PAGE:
-        if (values[2] != PAGE_REGISTER)
+        if (values[2] != PAGE_REGISTER) {
             model->pages[{model_hardware_port(model->hardwarePorts, index), values[1], values[2]}] =
                 static_cast<uint16_t>(values[0]);
+        }
         break;
     default:
         write(registers, row.place(model->sets), values[0]);
@@ -266,18 +291,22 @@ int model_set(Register_Model *model, const Model_Row &row, uint32_t index, const
 int model_get(Register_Model *model, const Model_Row &row, uint32_t index, Values *values)
 {
     int status = check(*model, row, index);
-    if (values == nullptr)
+    if (values == nullptr) {
         return BAD_PARAM;
-    if (status == OK && row.kind == PHY_PAGE)
+    }
+    if (status == OK && row.kind == PHY_PAGE) {
         status = check_value(*model, row, *values);
-    if (status != OK)
+    }
+    if (status != OK) {
         return status;
+    }
     const uint16_t *registers = registers_of(model, row, index);
     uint32_t &value = (*values)[0];
     switch (row.kind) {
     case BYTES_COUNT:
-        for (size_t flag = 0; flag < 3; flag++)
+        for (size_t flag = 0; flag < 3; flag++) {
             (*values)[flag] = read(registers, bytes_count_bits(model->sets)[flag]);
+        }
         break;
     case PRI0_RATE:
     case EGRESS_RATE:

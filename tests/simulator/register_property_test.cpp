@@ -36,8 +36,9 @@ std::ostream &operator<<(std::ostream &stream, const Call &call)
         stream << " {" << values[0] << ", " << values[1] << ", " << values[2] << "}";
     };
     stream << (call.sets ? "set " : "get ") << call.row->name << ' ' << call.index;
-    if (call.null)
+    if (call.null) {
         stream << " null";
+    }
     list(call.values);
     stream << ": " << call.status;
     list(call.answer);
@@ -98,16 +99,18 @@ uint32_t RegisterProperty::pick_number()
 
 uint32_t RegisterProperty::pick_index(const Model_Row &row)
 {
-    if (row.kind >= Model_Kind::CLASS && row.kind != Model_Kind::PHY_PAGE)
+    if (row.kind >= Model_Kind::CLASS && row.kind != Model_Kind::PHY_PAGE) {
         return below(8) == 0 ? pick_number() : below(64);
+    }
     return below(8) == 0 ? pick_number() : below(GetParam().ports);
 }
 
 /* Pages and registers of a PHY that exist, or registers just beyond; the others are free. */
 Model_Values RegisterProperty::pick_values(const Model_Row &row)
 {
-    if (row.kind == Model_Kind::PHY_PAGE)
+    if (row.kind == Model_Kind::PHY_PAGE) {
         return {below(65536), 1 + below(31), below(34)};
+    }
     return {pick_number(), pick_number(), pick_number()};
 }
 
@@ -120,8 +123,9 @@ Call RegisterProperty::pick_call()
     call.null = !call.sets && below(20) == 0;
     call.index = pick_index(*call.row);
     call.values = pick_values(*call.row);
-    if (!call.sets)
+    if (!call.sets) {
         call.values[0] = GARBAGE & 0xFFFF;
+    }
     return call;
 }
 
@@ -180,11 +184,13 @@ void RegisterProperty::end_round()
 void RegisterProperty::fill_registers()
 {
     const auto fill = [this](uint16_t(&registers)[SIM_BUS_REGISTERS]) {
-        for (uint16_t &content : registers)
+        for (uint16_t &content : registers) {
             content = static_cast<uint16_t>(random());
+        }
     };
-    for (auto &port : chip->ports)
+    for (auto &port : chip->ports) {
         fill(port);
+    }
     fill(chip->global);
     fill(chip->secondGlobal);
     fill(chip->remaining);
@@ -201,16 +207,19 @@ void RegisterProperty::take_model()
         const Sim_Link link = Sim_Chip_Link(*chip, port);
         model.links[port] = {link.full ? 1U : 0, link.speed};
     }
-    for (uint8_t address = 0; address < 32; address++)
-        for (uint8_t number = 0; number < 32; number++)
+    for (uint8_t address = 0; address < 32; address++) {
+        for (uint8_t number = 0; number < 32; number++) {
             model.registers[address][number] = Sim_Registers_Read(chip.get(), address, number);
+        }
+    }
 }
 
 /* An indirect write goes on after it returns: ends it, so that the chip can be looked into. */
 void RegisterProperty::let_the_last_write_end()
 {
-    while (chip->command.busy)
+    while (chip->command.busy) {
         Sim_Chip_Read(chip.get(), placement.address, 0);
+    }
 }
 
 bool RegisterProperty::is_compared(unsigned address, unsigned number) const
@@ -254,8 +263,9 @@ std::string RegisterProperty::trace() const
     std::ostringstream text;
     text << (placement.mode == SIM_DIRECT ? "direct " : "indirect ") << int{placement.address}
          << ", busy for " << chip->command.busyReads << '\n';
-    for (const Call &call : calls)
+    for (const Call &call : calls) {
         text << call;
+    }
     return text.str();
 }
 
@@ -264,12 +274,15 @@ TEST_P(RegisterProperty, TwinsSetAndGetTheBitsOfTheMap)
     const int rounds = test_rounds(300);
     for (int round = 0; round < rounds && !HasFatalFailure(); round++) {
         start_round();
-        for (int call = 0; call < OPERATIONS && !HasFatalFailure(); call++)
+        for (int call = 0; call < OPERATIONS && !HasFatalFailure(); call++) {
             do_one_call();
-        if (!HasFatalFailure())
+        }
+        if (!HasFatalFailure()) {
             expect_same_registers();
-        if (!HasFatalFailure())
+        }
+        if (!HasFatalFailure()) {
             expect_same_pages();
+        }
         end_round();
     }
 }
@@ -281,11 +294,13 @@ INSTANTIATE_TEST_SUITE_P(Chips, RegisterProperty, testing::ValuesIn(driven_chips
 TEST(RegisterPropertyChips, AreAllOfThem)
 {
     std::vector<uint16_t> driven;
-    for (const Driven_Chip &chip : driven_chips())
+    for (const Driven_Chip &chip : driven_chips()) {
         driven.push_back(chip.identifier);
+    }
     std::vector<uint16_t> simulated;
-    for (const Sim_Chip_Row &row : Sim_Chip_Rows())
+    for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
         simulated.push_back(row.identifier);
+    }
     EXPECT_EQ(driven, simulated);
 }
 

@@ -107,8 +107,9 @@ int set_egress_rate(SW_Device *device, uint32_t port, const Values &values)
 
 int get_egress_rate(SW_Device *device, uint32_t port, Values *values)
 {
-    if (values == nullptr)
+    if (values == nullptr) {
         return swGetEgressRate(device, port, nullptr);
+    }
     SW_Egress_Rate rate = {(*values)[0]};
     const int status = swGetEgressRate(device, port, &rate);
     (*values)[0] = rate.rate;
@@ -123,8 +124,9 @@ int set_bytes_count(SW_Device *device, uint32_t port, const Values &values)
 
 int get_bytes_count(SW_Device *device, uint32_t port, Values *values)
 {
-    if (values == nullptr)
+    if (values == nullptr) {
         return swGetBytesCount(device, port, nullptr);
+    }
     SW_Bytes_Count flags = {(*values)[0], (*values)[1], (*values)[2]};
     const int status = swGetBytesCount(device, port, &flags);
     *values = {flags.limitMgmt, flags.countIfg, flags.countPre};
@@ -138,12 +140,14 @@ int set_phy_page(SW_Device *device, uint32_t port, const Values &values)
 
 int get_phy_page(SW_Device *device, uint32_t port, Values *values)
 {
-    if (values == nullptr)
+    if (values == nullptr) {
         return swReadPagedPhyReg(device, port, 0, 1, nullptr);
+    }
     auto content = static_cast<uint16_t>((*values)[0]);
     const int status = swReadPagedPhyReg(device, port, (*values)[2], (*values)[1], &content);
-    if (status == SW_STATUS_OK)
+    if (status == SW_STATUS_OK) {
         (*values)[0] = content;
+    }
     return status;
 }
 

@@ -42,15 +42,18 @@ Vlan_Words pack(const Vlan_Model &model, const Vlan_Table_Entry &entry)
         const unsigned state = has_states(model.sets) ? entry.portStateP[port] % 4U : 0;
         data[hardware / 4] |= (entry.memberTagP[port] % 4U + 4 * state) << (4 * (hardware % 4));
     }
-    if (has_extended_fields(model.sets))
+    if (has_extended_fields(model.sets)) {
         data[1] |= flagged(entry.extPriOverride, 15, entry.extPriority % 8U, 12) |
                    flagged(entry.extSecondOverride, 11, entry.extSecondPriority % 4U, 9) |
                    flagged(entry.extRateLimit, 8, 0, 8);
-    if (has_override(model))
+    }
+    if (has_override(model)) {
         data[2] = flagged(entry.vidPriOverride, 15, entry.vidPriority % 8U, 12);
+    }
     Vlan_Words words = {};
-    for (size_t k = 0; k < 3; k++)
+    for (size_t k = 0; k < 3; k++) {
         words.data[k] = static_cast<uint16_t>(data[k]);
+    }
     words.database = static_cast<uint16_t>(entry.dbNum % 16 + entry.dbNum / 16 * 256);
     return words;
 }
@@ -83,8 +86,9 @@ Vlan_Table_Entry unpack(const Vlan_Model &model, uint32_t vid, const Vlan_Words 
 int take(const Vlan_Model &model, std::map<uint32_t, Vlan_Words>::const_iterator found,
          Vlan_Table_Entry *entry)
 {
-    if (found == model.entries.end())
+    if (found == model.entries.end()) {
         return FAIL;
+    }
     *entry = unpack(model, found->first, found->second);
     return OK;
 }
@@ -93,18 +97,21 @@ int take(const Vlan_Model &model, std::map<uint32_t, Vlan_Words>::const_iterator
 
 int model_vlan_flush(Vlan_Model *model)
 {
-    if (!has_table(model->sets))
+    if (!has_table(model->sets)) {
         return NOT_SUPPORTED;
+    }
     model->entries.clear();
     return OK;
 }
 
 int model_vlan_add(Vlan_Model *model, const Vlan_Table_Entry &entry)
 {
-    if (!has_table(model->sets))
+    if (!has_table(model->sets)) {
         return NOT_SUPPORTED;
-    if (entry.vid > 4095 || entry.dbNum > (model_is_oldest(model->sets) ? 15 : 63))
+    }
+    if (entry.vid > 4095 || entry.dbNum > (model_is_oldest(model->sets) ? 15 : 63)) {
         return BAD_PARAM;
+    }
     model->entries[entry.vid] = pack(*model, entry);
     return OK;
 }

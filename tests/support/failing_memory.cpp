@@ -15,16 +15,18 @@ void *allocate(std::size_t size)
         allocation_failed = true;
         return nullptr;
     }
-    if (allowed_allocations != Failing_Memory::NO_LIMIT)
+    if (allowed_allocations != Failing_Memory::NO_LIMIT) {
         --allowed_allocations;
+    }
     return malloc(size > 0 ? size : 1);
 }
 
 void *allocate_or_throw(std::size_t size)
 {
     void *const memory = allocate(size);
-    if (memory == nullptr)
+    if (memory == nullptr) {
         throw std::bad_alloc();
+    }
     return memory;
 }
 

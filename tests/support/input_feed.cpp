@@ -42,7 +42,8 @@ Input_Feed::~Input_Feed()
 std::string Input_Feed::rest()
 {
     std::string text;
-    for (int byte = std::fgetc(stdin); byte != EOF; byte = std::fgetc(stdin))
+    for (int byte = std::fgetc(stdin); byte != EOF; byte = std::fgetc(stdin)) {
         text += static_cast<char>(byte);
+    }
     return text;
 }

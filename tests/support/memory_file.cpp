@@ -12,8 +12,9 @@ Memory_File::Memory_File(const std::string &text)
 {
     std::ofstream file(path_, std::ios::binary);
     file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    if (descriptor_ < 0 || !file.flush())
+    if (descriptor_ < 0 || !file.flush()) {
         abort();
+    }
 }
 
 Memory_File::~Memory_File()

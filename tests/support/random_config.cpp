@@ -35,8 +35,9 @@ void set_random_port(SW_Port_Config *port, std::mt19937 *generator)
     for (uint32_t *flag :
          {&port->vidForceDefault, &port->discardTagged, &port->discardUntagged, &port->useCoreTag,
           &port->limitMgmt, &port->countIfg, &port->countPre, &port->pri1Rate, &port->pri2Rate,
-          &port->pri3Rate, &port->prioMapRule, &port->ipPrio, &port->userPrio})
+          &port->pri3Rate, &port->prioMapRule, &port->ipPrio, &port->userPrio}) {
         *flag = pick_flag(generator);
+    }
     port->portPrio = pick_byte(generator);
 }
 
@@ -59,8 +60,9 @@ std::string pick_list(std::mt19937 *generator)
 {
     static constexpr std::string_view CHARACTERS = "0123456789 \t[]=_azAZ";
     std::string list(pick(generator, 0, SW_RANGE_TEXT_SIZE - 1), '0');
-    for (char &character : list)
+    for (char &character : list) {
         character = CHARACTERS[pick(generator, 0, CHARACTERS.size() - 1)];
+    }
     return list;
 }
 
@@ -76,12 +78,16 @@ void SetRandomConfig(SW_Config *config, std::mt19937 *generator)
             pick(generator, SW_Vlan_Port_Type_NO, SW_Vlan_Port_Type_CUSTOM);
         SetRangeText(&config->vlanPortList[port], pick_list(generator));
     }
-    for (uint32_t count = pick(generator, 0, 9); count > 0; count--)
+    for (uint32_t count = pick(generator, 0, 9); count > 0; count--) {
         set_random_vlan(&config->vlans[pick(generator, 1, SW_VLANS - 1)], generator);
-    for (const SW_Vlan_Entry &vlan : config->vlans)
+    }
+    for (const SW_Vlan_Entry &vlan : config->vlans) {
         config->vlanEntryCount += vlan.defined;
-    for (uint8_t &trafficClass : config->cosUserPrio)
+    }
+    for (uint8_t &trafficClass : config->cosUserPrio) {
         trafficClass = pick_byte(generator);
-    for (uint8_t &trafficClass : config->cosDscp)
+    }
+    for (uint8_t &trafficClass : config->cosDscp) {
         trafficClass = pick_byte(generator);
+    }
 }

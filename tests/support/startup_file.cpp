@@ -72,11 +72,13 @@ void print_vlan(std::string *text, const Vlan_Table_Entry &vlan, int id)
           flag(vlan.vidPriOverride));
     print(text, " VID_PRIORITY = %d SID = %d VID_POLICY = %s\n", vlan.vidPriority, vlan.sid,
           flag(vlan.vidPolicy));
-    for (int port = 0; port < 11; port++)
+    for (int port = 0; port < 11; port++) {
         print(text, " MEMBER_TAG_P%d = %d", port, vlan.memberTagP[port]);
+    }
     print(text, "\n");
-    for (int port = 0; port < 11; port++)
+    for (int port = 0; port < 11; port++) {
         print(text, " PORT_STATE_P%d = %d", port, vlan.portStateP[port]);
+    }
     print(text, "\n");
 }
 
@@ -100,8 +102,9 @@ void set_vlan(SW_Vlan_Entry *entry, int id)
 void SetAllVlans(SW_Config *config)
 {
     SetSwitchConfigDefaults(config);
-    for (int id = 1; id < SW_VLANS; id++)
+    for (int id = 1; id < SW_VLANS; id++) {
         set_vlan(&config->vlans[id], id);
+    }
     config->vlanEntryCount = SW_VLANS - 1;
 }
 
@@ -109,16 +112,21 @@ std::string StartupFileText(const SW_Config &config)
 {
     std::string text;
     print(&text, "[SW_COMMON]\nMAX_FRAME_SIZE = %s\n", word(FRAME_SIZES, config.maxFrameSize));
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         print_port(&text, config, port);
-    for (int id = 0; id < SW_VLANS; id++)
-        if (config.vlans[id].defined != 0)
+    }
+    for (int id = 0; id < SW_VLANS; id++) {
+        if (config.vlans[id].defined != 0) {
             print_vlan(&text, config.vlans[id].vtu, id);
+        }
+    }
     print(&text, "[SW_COS_USER_PRIO]\n");
-    for (int i = 0; i < 8; i++)
+    for (int i = 0; i < 8; i++) {
         print(&text, " V%d = %d", i, config.cosUserPrio[i]);
+    }
     print(&text, "\n[SW_COS_DSCP]\n");
-    for (int i = 0; i < 64; i++)
+    for (int i = 0; i < 64; i++) {
         print(&text, "%s V%d = %d", i > 0 && i % 8 == 0 ? "\n" : "", i, config.cosDscp[i]);
+    }
     return text + "\n";
 }

@@ -257,8 +257,9 @@ TEST_F(TimeClientQuery, EndsAtOnceDuringAQuery)
         client.read_until(ASKED);
         kill(client.id(), SIGTERM);
         EXPECT_EQ(client.wait(), 0);
-        if (client.output().find("NTP: Time Initial Update") == std::string::npos)
+        if (client.output().find("NTP: Time Initial Update") == std::string::npos) {
             return;
+        }
     }
     FAIL() << "the query was waited for";
 }

@@ -153,8 +153,9 @@ TEST_F(SwitchConsoleSession, TracesEveryAccessInALine)
     std::getline(stream, line);
     /* The load looks for the chip's identifier first. */
     EXPECT_EQ(line.substr(0, 11), "R 10 03 105");
-    while (std::getline(stream, line))
+    while (std::getline(stream, line)) {
         EXPECT_TRUE(std::regex_match(line, access)) << line;
+    }
     EXPECT_EQ(lines.back(), '\n');
 }
 

@@ -20,8 +20,9 @@ constexpr int TEN_SECONDS = 10000;
 [[noreturn]] void become(const std::vector<std::string> &arguments)
 {
     std::vector<char *> list = {const_cast<char *>(SWITCH_CONSOLE)};
-    for (const std::string &argument : arguments)
+    for (const std::string &argument : arguments) {
         list.push_back(const_cast<char *>(argument.c_str()));
+    }
     list.push_back(nullptr);
     execv(SWITCH_CONSOLE, list.data());
     _exit(127);
@@ -33,8 +34,9 @@ std::string read_from_start(int file)
     char block[65536];
     ssize_t got = 0;
     lseek(file, 0, SEEK_SET);
-    while ((got = read(file, block, sizeof block)) > 0)
+    while ((got = read(file, block, sizeof block)) > 0) {
         text.append(block, static_cast<size_t>(got));
+    }
     close(file);
     return text;
 }
@@ -53,10 +55,12 @@ Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::st
     int ends[2];
     const int output = memfd_create("output", MFD_CLOEXEC);
     const int errors = memfd_create("errors", MFD_CLOEXEC);
-    if (output < 0 || errors < 0 || pipe(ends) != 0)
+    if (output < 0 || errors < 0 || pipe(ends) != 0) {
         throw std::runtime_error("no files");
-    if (write(ends[1], typed.data(), typed.size()) != static_cast<ssize_t>(typed.size()))
+    }
+    if (write(ends[1], typed.data(), typed.size()) != static_cast<ssize_t>(typed.size())) {
         throw std::runtime_error("the pipe is too small");
+    }
     close(ends[1]);
     std::fflush(nullptr);
     const pid_t process = fork();
@@ -84,10 +88,12 @@ Terminal_Session::Terminal_Session(const std::vector<std::string> &arguments)
     cfsetospeed(&settings, B38400);
     std::fflush(nullptr);
     process_ = forkpty(&terminal_, nullptr, &settings, nullptr);
-    if (process_ == 0)
+    if (process_ == 0) {
         become(arguments);
-    if (process_ < 0)
+    }
+    if (process_ < 0) {
         throw std::runtime_error("no terminal");
+    }
 }
 
 Terminal_Session::~Terminal_Session()
@@ -101,20 +107,23 @@ Terminal_Session::~Terminal_Session()
 
 void Terminal_Session::type(const std::string &text) const
 {
-    if (write(terminal_, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
+    if (write(terminal_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
         throw std::runtime_error("the terminal takes no input");
+    }
 }
 
 /* False when nothing came for ten seconds, or nothing can come any more. */
 bool Terminal_Session::read_more()
 {
     pollfd waiting = {terminal_, POLLIN, 0};
-    if (poll(&waiting, 1, TEN_SECONDS) <= 0)
+    if (poll(&waiting, 1, TEN_SECONDS) <= 0) {
         return false;
+    }
     char block[4096];
     const ssize_t got = read(terminal_, block, sizeof block);
-    if (got > 0)
+    if (got > 0) {
         shown.append(block, static_cast<size_t>(got));
+    }
     return got > 0;
 }
 
@@ -130,8 +139,9 @@ size_t Terminal_Session::private_memory() const
     std::string line;
     while (std::getline(status, line)) {
         size_t kib = 0;
-        if (std::sscanf(line.c_str(), "RssAnon: %zu kB", &kib) == 1)
+        if (std::sscanf(line.c_str(), "RssAnon: %zu kB", &kib) == 1) {
             return kib;
+        }
     }
     return 0;
 }
@@ -142,9 +152,11 @@ int Terminal_Session::finish()
     }
     /* A program that hangs is ended by the destructor. */
     int status = -1;
-    for (int tries = 0; tries < 1000 && waitpid(process_, &status, WNOHANG) == 0; tries++)
+    for (int tries = 0; tries < 1000 && waitpid(process_, &status, WNOHANG) == 0; tries++) {
         usleep(10000);
-    if (status != -1)
+    }
+    if (status != -1) {
         process_ = -1;
+    }
     return status;
 }

@@ -37,9 +37,11 @@ TEST(ConfigKeyword, FixedNumbersOfTheRanges)
 /* What a comparison with each word in value order gives. */
 uint32_t first_match(const std::string &text)
 {
-    for (uint32_t number = 0; number < WORD_COUNT; number++)
-        if (text == WORDS[number])
+    for (uint32_t number = 0; number < WORD_COUNT; number++) {
+        if (text == WORDS[number]) {
             return number;
+        }
+    }
     return 83;
 }
 
@@ -238,8 +240,9 @@ INSTANTIATE_TEST_SUITE_P(Enumerations, Words, testing::ValuesIn(ENUMERATIONS),
 TEST(Flag, IsYesForExactlyOne)
 {
     EXPECT_STREQ(FlagText(1), "YES");
-    for (const uint32_t flag : {0U, 2U, 255U, 0xFFFFFFFFU})
+    for (const uint32_t flag : {0U, 2U, 255U, 0xFFFFFFFFU}) {
         EXPECT_STREQ(FlagText(flag), "NO") << flag;
+    }
 }
 
 struct Display {
@@ -262,10 +265,12 @@ TEST_P(DisplayTexts, ShowEachNumberAndTheFallBackOutside)
 {
     const Display &row = GetParam();
     const uint32_t count = static_cast<uint32_t>(row.texts.size());
-    for (uint32_t number = 0; number < count; number++)
+    for (uint32_t number = 0; number < count; number++) {
         EXPECT_EQ(row.text(number), row.texts[number]) << number;
-    for (const uint32_t number : {count, count + 1, 255U, 0x80000000U, 0xFFFFFFFDU, 0xFFFFFFFFU})
+    }
+    for (const uint32_t number : {count, count + 1, 255U, 0x80000000U, 0xFFFFFFFDU, 0xFFFFFFFFU}) {
         EXPECT_STREQ(row.text(number), row.other) << number;
+    }
 }
 
 const Display DISPLAYS[] = {

@@ -47,10 +47,11 @@ std::vector<Entry> entries_of(const std::string &text)
     for (size_t at = 0; at < text.size();) {
         const size_t end = text.find('\n', at);
         const std::string line = text.substr(at, end - at);
-        if (line[0] == '[')
+        if (line[0] == '[') {
             section = line;
-        else
+        } else {
             add_entries(section, line, &entries);
+        }
         at = end + 1;
     }
     return entries;
@@ -68,8 +69,9 @@ std::string mixed_up(std::vector<Entry> entries, std::mt19937 *generator)
     static constexpr const char *GAPS[] = {" ", "\t", "\n", "\r\n", " \n\n\t ", "\r"};
     static constexpr const char *EQUALS[] = {" = ", "=", " =", "= ", "\t = \t", "  =  "};
     std::ranges::shuffle(entries, *generator);
-    for (int again = 0; again < 3; again++)
+    for (int again = 0; again < 3; again++) {
         entries.push_back(entries[(*generator)() % entries.size()]);
+    }
     std::string text = pick(generator, {"", "\n", "  \t\r\n"});
     std::string section;
     for (const Entry &entry : entries) {

@@ -83,8 +83,9 @@ std::string flags(const SW_Config_Changes &changes)
     uint8_t bytes[sizeof changes];
     memcpy(bytes, &changes, sizeof bytes);
     std::string text;
-    for (const uint8_t byte : bytes)
+    for (const uint8_t byte : bytes) {
         text += std::to_string(byte);
+    }
     return text;
 }
 
@@ -160,10 +161,12 @@ TEST(ConfigChanges, AreReadPerPortAndFalseOutsideThePorts)
     changes.port[0] = changes.port[4] = 1;
     changes.vlanPortMode[2] = 1;
     changes.vlanTable = changes.anyVlanPortMode = 1; /* the bytes around the arrays */
-    for (const int port : {-2147483647, -1, 1, 2, 3, 5, 6, 2147483647})
+    for (const int port : {-2147483647, -1, 1, 2, 3, 5, 6, 2147483647}) {
         EXPECT_FALSE(PortChanged(&changes, port)) << port;
-    for (const int port : {-2147483647, -1, 0, 1, 3, 4, 5, 2147483647})
+    }
+    for (const int port : {-2147483647, -1, 0, 1, 3, 4, 5, 2147483647}) {
         EXPECT_FALSE(VlanPortModeChanged(&changes, port)) << port;
+    }
     EXPECT_TRUE(PortChanged(&changes, 0));
     EXPECT_TRUE(PortChanged(&changes, 4));
     EXPECT_TRUE(VlanPortModeChanged(&changes, 2));

@@ -45,13 +45,15 @@ int step(int state, char c, int line, int column, Entry *entry, std::vector<Entr
     case 0:
         return c == '[' ? 1 : is_blank(c) || is_line_end(c) ? 0 : -1;
     case 1:
-        if (!is_word(c))
+        if (!is_word(c)) {
             return -1;
+        }
         *entry = {std::string(1, c), "", "", line, column, 0, 0, 0, 0};
         return 2;
     case 2:
-        if (c == ']')
+        if (c == ']') {
             return 3;
+        }
         entry->section += c;
         return is_word(c) || is_digit(c) ? 2 : -1;
     case 3:
@@ -72,8 +74,9 @@ int step(int state, char c, int line, int column, Entry *entry, std::vector<Entr
         return is_blank(c) ? 5 : c == '=' ? 6 : -1;
     case 6:
     case 7:
-        if (is_blank(c))
+        if (is_blank(c)) {
             return 7;
+        }
         entry->value = c;
         entry->valueLine = line;
         entry->valueColumn = column;
@@ -83,15 +86,18 @@ int step(int state, char c, int line, int column, Entry *entry, std::vector<Entr
             entry->value += c;
             return 8;
         }
-        if (!is_blank(c) && !is_line_end(c))
+        if (!is_blank(c) && !is_line_end(c)) {
             return -1;
+        }
         entries->push_back(*entry);
         return 3;
     default:
-        if (!is_line_end(c))
+        if (!is_line_end(c)) {
             entry->value += c;
-        if (!is_line_end(c) && c != '"')
+        }
+        if (!is_line_end(c) && c != '"') {
             return 9;
+        }
         entries->push_back(*entry);
         return 3;
     }
@@ -105,11 +111,13 @@ bool split(const std::string &text, std::vector<Entry> *entries)
     int column = 1;
     for (const char c : text) {
         if (!is_blank(c) && !is_line_end(c) && !is_digit(c) && !is_word(c) &&
-            !is_one_of(c, "[]=\""))
+            !is_one_of(c, "[]=\"")) {
             return true;
+        }
         state = step(state, c, line, column, &entry, entries);
-        if (state < 0)
+        if (state < 0) {
             return false;
+        }
         column = is_line_end(c) ? 1 : column + 1;
         line += is_line_end(c) ? 1 : 0;
     }
@@ -120,9 +128,11 @@ constexpr int UNDEFINED = 83;
 
 int word_number(const std::string &text)
 {
-    for (uint32_t number = 0; number < WORD_COUNT; number++)
-        if (text == WORDS[number])
+    for (uint32_t number = 0; number < WORD_COUNT; number++) {
+        if (text == WORDS[number]) {
             return static_cast<int>(number);
+        }
+    }
     return UNDEFINED;
 }
 
@@ -144,8 +154,9 @@ int64_t number_of(const std::string &digits)
 /* The number of a text that is prefix and a number below end, not less than first; else -1. */
 int numbered(const std::string &text, const std::string &prefix, int first, int end)
 {
-    if (!text.starts_with(prefix) || !is_number(text.substr(prefix.size())))
+    if (!text.starts_with(prefix) || !is_number(text.substr(prefix.size()))) {
         return -1;
+    }
     const int64_t number = number_of(text.substr(prefix.size()));
     return number >= first && number < end ? static_cast<int>(number) : -1;
 }
@@ -165,8 +176,9 @@ int64_t accepted(const std::string &value, int first, int last, int firstValue)
 template <class Field>
 bool put(Field *field, int64_t value)
 {
-    if (value >= 0)
+    if (value >= 0) {
         *field = static_cast<Field>(value);
+    }
     return value >= 0;
 }
 
@@ -192,8 +204,9 @@ int store_port(const Entry &entry, int n, int key, SW_Config *config)
         const std::string list =
             entry.value.size() < 3 ? "" : entry.value.substr(1, entry.value.size() - 2);
         good = quoted && list.size() < 100;
-        if (good)
+        if (good) {
             strncpy(config->vlanPortList[n], list.c_str(), 100);
+        }
     } else if (key < 50 || key > 70) {
         return BAD_NAME;
     } else if (key == 52) {
@@ -217,10 +230,12 @@ int store_vlan(const Entry &entry, int n, int key, int index, SW_Config *config)
     Vlan_Table_Entry *vlan = &config->vlans[n].vtu;
     const int64_t number = is_number(entry.value) ? number_of(entry.value) : -1;
     const int64_t flag = accepted(entry.value, 0, 1, 0);
-    if (key < 71 || key > 78)
+    if (key < 71 || key > 78) {
         return BAD_NAME;
-    if (key >= 77 && index < 0)
+    }
+    if (key >= 77 && index < 0) {
         return STORED;
+    }
     const bool good = key == 71   ? put(&vlan->dbNum, number)
                       : key == 72 ? put(&vlan->vid, number)
                       : key == 73 ? put(&vlan->vidPriOverride, flag)
@@ -229,28 +244,35 @@ int store_vlan(const Entry &entry, int n, int key, int index, SW_Config *config)
                       : key == 76 ? put(&vlan->vidPolicy, flag)
                       : key == 77 ? put(&vlan->memberTagP[index], number)
                                   : put(&vlan->portStateP[index], number);
-    if (good)
+    if (good) {
         config->vlans[n].defined = 1;
+    }
     return good ? STORED : BAD_VALUE;
 }
 
 int store(const Entry &entry, int section, int n, int key, int index, SW_Config *config)
 {
-    if ((section == 45 || section == 46) && n < 0)
+    if ((section == 45 || section == 46) && n < 0) {
         return STORED;
-    if (section == 45)
+    }
+    if (section == 45) {
         return store_port(entry, n, key, config);
-    if (section == 46)
+    }
+    if (section == 46) {
         return store_vlan(entry, n, key, index, config);
+    }
     if (section == 44) {
-        if (key != 49)
+        if (key != 49) {
             return BAD_NAME;
+        }
         return put(&config->maxFrameSize, accepted(entry.value, 2, 3, 0)) ? STORED : BAD_VALUE;
     }
-    if (key != 79)
+    if (key != 79) {
         return BAD_NAME;
-    if (index < 0)
+    }
+    if (index < 0) {
         return STORED;
+    }
     uint8_t *field = section == 47 ? &config->cosUserPrio[index] : &config->cosDscp[index];
     return put(field, is_number(entry.value) ? number_of(entry.value) : -1) ? STORED : BAD_VALUE;
 }
@@ -260,43 +282,54 @@ std::string convert(const Entry &entry, SW_Config *config)
 {
     int section = word_number(entry.section);
     int n = -1;
-    if (section == UNDEFINED && (n = numbered(entry.section, "SW_PORT", 0, 5)) >= 0)
+    if (section == UNDEFINED && (n = numbered(entry.section, "SW_PORT", 0, 5)) >= 0) {
         section = 45;
-    if (section == UNDEFINED && (n = numbered(entry.section, "SW_VLAN", 1, 4096)) >= 0)
+    }
+    if (section == UNDEFINED && (n = numbered(entry.section, "SW_VLAN", 1, 4096)) >= 0) {
         section = 46;
+    }
     int key = word_number(entry.name);
     int index = -1;
-    if (key == UNDEFINED && (index = numbered(entry.name, "MEMBER_TAG_P", 0, 11)) >= 0)
+    if (key == UNDEFINED && (index = numbered(entry.name, "MEMBER_TAG_P", 0, 11)) >= 0) {
         key = 77;
-    if (key == UNDEFINED && (index = numbered(entry.name, "PORT_STATE_P", 0, 11)) >= 0)
+    }
+    if (key == UNDEFINED && (index = numbered(entry.name, "PORT_STATE_P", 0, 11)) >= 0) {
         key = 78;
+    }
     const int values = section == 47 ? 8 : section == 48 ? 64 : 0;
-    if (key == UNDEFINED && (index = numbered(entry.name, "V", 0, values)) >= 0)
+    if (key == UNDEFINED && (index = numbered(entry.name, "V", 0, values)) >= 0) {
         key = 79;
+    }
     const int value = word_number(entry.value);
     const bool quoted = entry.value.front() == '"' && entry.value.back() == '"';
 
     std::string lines;
     const bool badSection = section < 44 || section > 48;
-    if (badSection)
+    if (badSection) {
         lines += "ERROR: " + at(entry.sectionLine, entry.sectionColumn) + ": Section \"" +
                  entry.section + "\" - \"" + WORDS[section] + "\"\n";
-    if (key < 49 || key > 81)
+    }
+    if (key < 49 || key > 81) {
         lines += "ERROR: " + at(entry.nameLine, entry.nameColumn) + "[\"" + entry.section +
                  "\"]: Name \"" + entry.name + "\" - \"" + WORDS[key] + "\"\n";
-    if (value >= 44 && !is_number(entry.value) && !quoted)
+    }
+    if (value >= 44 && !is_number(entry.value) && !quoted) {
         lines += "ERROR: " + at(entry.valueLine, entry.valueColumn) + "[\"" + entry.section +
                  "\"][\"" + entry.name + "\"]: Value \"" + entry.value + "\" - \"" + WORDS[value] +
                  "\"\n";
+    }
     const std::string place = std::string("[").append(std::to_string(entry.sectionLine)) + ":" +
                               std::to_string(entry.sectionColumn) + "][" + entry.section + "]";
-    if (badSection)
+    if (badSection) {
         return lines + place + " - bad section name\n";
+    }
     const int outcome = store(entry, section, n, key, index, config);
-    if (outcome == BAD_NAME)
+    if (outcome == BAD_NAME) {
         lines += place + " " + entry.name + " - bad variable name\n";
-    if (outcome == BAD_VALUE)
+    }
+    if (outcome == BAD_VALUE) {
         lines += place + " " + entry.name + " = " + entry.value + " - bad variable value\n";
+    }
     return lines;
 }
 
@@ -305,12 +338,15 @@ std::string convert(const Entry &entry, SW_Config *config)
 bool ReadPlainly(const std::string &text, SW_Config *config, std::string *output)
 {
     std::vector<Entry> entries;
-    if (!split(text, &entries))
+    if (!split(text, &entries)) {
         return false;
-    for (const Entry &entry : entries)
+    }
+    for (const Entry &entry : entries) {
         *output += convert(entry, config);
+    }
     config->vlanEntryCount = 0;
-    for (const SW_Vlan_Entry &vlan : config->vlans)
+    for (const SW_Vlan_Entry &vlan : config->vlans) {
         config->vlanEntryCount += vlan.defined != 0 ? 1U : 0U;
+    }
     return output->empty();
 }

@@ -85,8 +85,9 @@ TEST(ReaderFile, WithoutMemoryAFileIsRefusedAndNothingChanges)
         return LoadSwitchConfigFile(path.c_str(), record.get());
     };
     int allowed = 0;
-    for (; allowed < 100 && !load(allowed); allowed++)
+    for (; allowed < 100 && !load(allowed); allowed++) {
         EXPECT_TRUE(same_bytes(*record, *before)) << allowed;
+    }
     EXPECT_GT(allowed, 0);
     EXPECT_LT(allowed, 100);
     EXPECT_EQ(record->ports[1].vid, 7);
@@ -127,8 +128,9 @@ TEST(ReaderFile, BinaryFilesEndAtTheirFirstOtherByte)
 {
     const Record record = filled_record(0);
     std::string bytes;
-    for (int code = 0; code < 256; code++)
+    for (int code = 0; code < 256; code++) {
         bytes += static_cast<char>(code);
+    }
     EXPECT_TRUE(load_silently(Memory_File(bytes).path(), record.get()));
     EXPECT_TRUE(load_silently(Memory_File(std::string(100000, '\xFF')).path(), record.get()));
     EXPECT_TRUE(load_silently(Memory_File(std::string(100000, '\0')).path(), record.get()));

@@ -70,8 +70,9 @@ const std::vector<int> CHIP_PORTS = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
 std::vector<int> numbers_below(int end)
 {
     std::vector<int> numbers;
-    for (int number = 0; number < end; number++)
+    for (int number = 0; number < end; number++) {
         numbers.push_back(number);
+    }
     return numbers;
 }
 
@@ -86,10 +87,11 @@ template <auto Field>
 void store_vlan(SW_Config &config, int n, int i, uint32_t value)
 {
     auto &field = config.vlans[n].vtu.*Field;
-    if constexpr (std::is_array_v<std::remove_reference_t<decltype(field)>>)
+    if constexpr (std::is_array_v<std::remove_reference_t<decltype(field)>>) {
         field[i] = static_cast<uint8_t>(value);
-    else
+    } else {
         field = static_cast<std::remove_reference_t<decltype(field)>>(value);
+    }
     config.vlans[n].defined = 1;
 }
 
@@ -176,14 +178,16 @@ void expect_stored(const std::vector<Pair> &pairs)
 {
     const Pair &first = pairs.front();
     std::string text = std::string("[").append(numbered(first.key.section, first.number)) + "]";
-    for (const Pair &pair : pairs)
+    for (const Pair &pair : pairs) {
         text.append(" ").append(pair_text(pair));
+    }
     const std::string rest(100, '\n'); /* close before its end no pair is taken on a shorter way */
     for (const int byte : {0, 0xA5}) {
         const Reading reading = read_text(text + rest, byte);
         const Record expected = filled_record(byte);
-        for (const Pair &pair : pairs)
+        for (const Pair &pair : pairs) {
             pair.key.store(*expected, pair.number, pair.index, pair.value.second);
+        }
         const uint32_t vlans = first.key.section == "SW_VLAN" ? 1 : 0;
         expected->vlanEntryCount = byte == 0 ? vlans : uint32_t{SW_VLANS};
         EXPECT_TRUE(reading.good) << text;
@@ -195,8 +199,9 @@ void expect_stored(const std::vector<Pair> &pairs)
 TEST_P(ReaderKey, StoresEachGoodValueInItsFieldAlone)
 {
     const Key &key = GetParam();
-    for (const auto &value : key.values)
+    for (const auto &value : key.values) {
         expect_stored({{key, key.numbers.back(), key.indexes.back(), value}});
+    }
 }
 
 /* The pair that is saved before the last one of a key, lists aside: that of its index before, or of
@@ -204,10 +209,13 @@ TEST_P(ReaderKey, StoresEachGoodValueInItsFieldAlone)
 Pair pair_before(const Key &key)
 {
     const Key *before = &key;
-    if (key.indexes == NONE)
-        for (const Key *other = KEYS + 1; other != std::end(KEYS); other++)
-            if (std::string(other->name) == key.name && other[-1].section == key.section)
+    if (key.indexes == NONE) {
+        for (const Key *other = KEYS + 1; other != std::end(KEYS); other++) {
+            if (std::string(other->name) == key.name && other[-1].section == key.section) {
                 before = other - 1;
+            }
+        }
+    }
     const int index = before->indexes.back();
     return {*before, key.numbers.back(), index < 0 ? index : index - 1, before->values.front()};
 }
@@ -216,16 +224,19 @@ Pair pair_before(const Key &key)
 TEST_P(ReaderKey, StoresEachGoodValueBehindThePairThatIsSavedBeforeIt)
 {
     const Key &key = GetParam();
-    for (const auto &value : key.values)
+    for (const auto &value : key.values) {
         expect_stored({pair_before(key), {key, key.numbers.back(), key.indexes.back(), value}});
+    }
 }
 
 TEST_P(ReaderKey, IsFoundInEachSectionAndWithEachIndex)
 {
     const Key &key = GetParam();
-    for (const int n : key.numbers)
-        for (const int i : key.indexes)
+    for (const int n : key.numbers) {
+        for (const int i : key.indexes) {
             expect_stored({{key, n, i, key.values.back()}});
+        }
+    }
 }
 
 /* One value of each kind; numbers and quoted ones are values, whatever they say. */
@@ -243,8 +254,9 @@ bool accepts(const Key &key, const std::string &value)
     const bool digits = std::all_of(value.begin(), value.end(), [](char character) {
         return character >= '0' && character <= '9';
     });
-    if (&key.values == &NUMBERS)
+    if (&key.values == &NUMBERS) {
         return digits;
+    }
     return std::any_of(key.values.begin(), key.values.end(),
                        [&value](const auto &good) { return good.first == value; });
 }
@@ -262,13 +274,15 @@ TEST_P(ReaderKey, RefusesValuesOfEveryOtherKind)
     const std::string section = numbered(key.section, key.numbers.back());
     const std::string name = numbered(key.name, key.indexes.back());
     for (const auto &[value, isValue] : SOME_VALUES) {
-        if (accepts(key, value))
+        if (accepts(key, value)) {
             continue;
+        }
         std::string lines;
-        if (!isValue)
+        if (!isValue) {
             lines = std::string("ERROR: [2][") + std::to_string(name.size() + 4) + "][\"" +
                     section + "\"][\"" + name + "\"]: Value \"" + value + "\" - \"" +
                     keyword_text(value) + "\"\n";
+        }
         lines += "[1:2][" + section + "] " + name + " = " + value + " - bad variable value\n";
         const Reading reading = read_text(pair_text(section, name, value));
         EXPECT_FALSE(reading.good) << value;
@@ -285,12 +299,14 @@ TEST_P(ReaderKey, IsRefusedInEveryOtherSection)
     for (const std::string other :
          {"SW_COMMON", "SW_PORT", "SW_VLAN", "SW_COS_USER_PRIO", "SW_COS_DSCP"}) {
         const bool cos = other.starts_with("SW_COS");
-        if (other == key.section || (cos && name == "V0"))
+        if (other == key.section || (cos && name == "V0")) {
             continue;
+        }
         const std::string section = other == "SW_PORT" || other == "SW_VLAN" ? other + "4" : other;
         std::string lines;
-        if (name == "V0")
+        if (name == "V0") {
             lines = "ERROR: [2][1][\"" + section + "\"]: Name \"V0\" - \"UNDEFINED\"\n";
+        }
         lines += "[1:2][" + section + "] " + name + " - bad variable name\n";
         const Reading reading = read_text(pair_text(section, name, value));
         EXPECT_FALSE(reading.good) << section;

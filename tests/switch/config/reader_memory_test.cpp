@@ -19,8 +19,9 @@ std::string repeated(const std::string &piece, size_t size)
 {
     std::string text;
     text.reserve(size + piece.size());
-    while (text.size() < size)
+    while (text.size() < size) {
         text += piece;
+    }
     return text;
 }
 

@@ -61,9 +61,10 @@ std::string random_entries(Generator *generator)
     std::string text;
     for (size_t sections = 1 + pick(generator, 4); sections > 0; sections--) {
         text.append("[").append(random_section(generator)).append("]\n");
-        for (size_t entries = pick(generator, 6); entries > 0; entries--)
+        for (size_t entries = pick(generator, 6); entries > 0; entries--) {
             text += random_word(generator) + pick_text(generator, EQUALS) +
                     random_value(generator) + pick_text(generator, ENDS);
+        }
     }
     return text;
 }
@@ -82,8 +83,9 @@ std::string respaced(const std::string &text, Generator *generator)
         }
         result += equals;
         at += 2;
-        if (each)
+        if (each) {
             equals = pick_text(generator, EQUALS);
+        }
     }
     return result;
 }
@@ -116,8 +118,9 @@ std::string edited_file(Generator *generator)
     const Record record = filled_record(0);
     SetRandomConfig(record.get(), generator);
     std::string text = StartupFileText(*record);
-    if (pick(generator, 3) == 0)
+    if (pick(generator, 3) == 0) {
         text = respaced(text, generator);
+    }
     for (size_t edits = pick(generator, 5); edits > 0; edits--) {
         const size_t at = pick(generator, text.size());
         switch (pick(generator, 4)) {
@@ -144,8 +147,9 @@ testing::AssertionResult reads_alike(const std::string &text, int byte)
     const Record record = filled_record(byte);
     std::string output;
     const bool good = ReadPlainly(text, record.get(), &output);
-    if (good == reading.good && output == reading.output && same_bytes(*record, *reading.record))
+    if (good == reading.good && output == reading.output && same_bytes(*record, *reading.record)) {
         return testing::AssertionSuccess();
+    }
     return testing::AssertionFailure() << "text:\n"
                                        << text << "\nexpected " << good << " and:\n"
                                        << output << "\nread " << reading.good << " and:\n"
@@ -156,16 +160,18 @@ TEST(ReaderRandom, EntriesAreReadAsPlainly)
 {
     Generator generator(test_seed());
     const int rounds = test_rounds(3000);
-    for (int round = 0; round < rounds; round++)
+    for (int round = 0; round < rounds; round++) {
         ASSERT_TRUE(reads_alike(random_entries(&generator), 0)) << round;
+    }
 }
 
 TEST(ReaderRandom, EditedFilesAreReadAsPlainly)
 {
     Generator generator(test_seed());
     const int rounds = test_rounds(1500);
-    for (int round = 0; round < rounds; round++)
+    for (int round = 0; round < rounds; round++) {
         ASSERT_TRUE(reads_alike(edited_file(&generator), round % 2)) << round;
+    }
 }
 
 TEST(ReaderRandom, WholeFileIsReadAsPlainly)
@@ -182,8 +188,9 @@ TEST(ReaderRandom, TextsCutAnywhereAreReadAsPlainly)
     const Record record = filled_record(0);
     SetRandomConfig(record.get(), &generator);
     const std::string text = StartupFileText(*record);
-    for (size_t size = text.size() - 300; size < text.size(); size++)
+    for (size_t size = text.size() - 300; size < text.size(); size++) {
         ASSERT_TRUE(reads_alike(text.substr(0, size), 0)) << size;
+    }
 }
 
 } // namespace

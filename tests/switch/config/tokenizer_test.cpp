@@ -34,20 +34,27 @@ Entries entries_of(const std::string &text)
 /* The class of a character as a column of the table below. */
 size_t column(int code)
 {
-    if (code == ' ' || code == '\t')
+    if (code == ' ' || code == '\t') {
         return 0;
-    if (code == '\n' || code == '\r')
+    }
+    if (code == '\n' || code == '\r') {
         return 1;
-    if (code == '[')
+    }
+    if (code == '[') {
         return 2;
-    if (code == ']')
+    }
+    if (code == ']') {
         return 3;
-    if (code == '=')
+    }
+    if (code == '=') {
         return 4;
-    if ((code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z') || code == '_')
+    }
+    if ((code >= 'A' && code <= 'Z') || (code >= 'a' && code <= 'z') || code == '_') {
         return 5;
-    if (code >= '0' && code <= '9')
+    }
+    if (code >= '0' && code <= '9') {
         return 6;
+    }
     return code == '"' ? 7 : 8;
 }
 
@@ -110,17 +117,19 @@ class TokenizerState : public testing::TestWithParam<State>
 TEST(TokenizerProbes, TellTheStatesApart)
 {
     /* EQUALS and BEFORE_VALUE accept the same texts. */
-    for (const State &a : STATES)
+    for (const State &a : STATES) {
         for (const State &b : STATES) {
             bool same = true;
-            for (const std::string probe : PROBES)
+            for (const std::string probe : PROBES) {
                 same = same &&
                        entries_of(a.prefix + probe).back() == entries_of(b.prefix + probe).back() &&
                        count_of(entries_of(a.prefix + probe)) ==
                            count_of(entries_of(b.prefix + probe));
+            }
             const bool alike = std::string_view(a.next) == b.next;
             EXPECT_EQ(same, alike) << a.name << " " << b.name;
         }
+    }
 }
 
 TEST_P(TokenizerState, EveryCharacterLeadsWhereItsClassSays)
@@ -131,12 +140,13 @@ TEST_P(TokenizerState, EveryCharacterLeadsWhereItsClassSays)
         const std::string text = std::string(state.prefix) + static_cast<char>(code);
         const char next = state.next[column(code)];
         SCOPED_TRACE(testing::Message() << state.name << ", character " << code);
-        if (next == 'E')
+        if (next == 'E') {
             EXPECT_EQ(entries_of(text + "[A]B=C\n").back(), ERROR);
-        else if (next == 'X')
+        } else if (next == 'X') {
             EXPECT_EQ(entries_of(text + "]=[\"=\n"), entries_of(state.prefix));
-        else
+        } else {
             expect_state(text, STATES[next - '0']);
+        }
     }
 }
 

@@ -54,8 +54,9 @@ void apply_default_modes(SW_Config &config)
 {
     for (int port = 0; port < SW_PORTS; port++) {
         SetRangeText(&config.vlanPortList[port], "");
-        for (SW_Vlan_Entry &vlan : config.vlans)
+        for (SW_Vlan_Entry &vlan : config.vlans) {
             vlan.vtu.memberTagP[SW_Chip_Ports[port]] = 1;
+        }
     }
 }
 
@@ -159,8 +160,9 @@ TEST(Writer, EveryFieldOfARecordOfAnyBytesIsWrittenAsItsWord)
 {
     for (const int byte : {0, 1, 2, 3, 4, 5, 12, 13, 48, 255}) {
         const Record record = filled_record(byte);
-        for (auto &list : record->vlanPortList)
+        for (auto &list : record->vlanPortList) {
             SetRangeText(&list, "7");
+        }
         const Round_Trip trip = write_and_read(*record);
         EXPECT_TRUE(trip.text == StartupFileText(*record)) << byte;
     }

@@ -78,8 +78,9 @@ int32_t cut_to_chip(const Setting_Row &row, int32_t value)
 /* The driver's status; only these two kinds know values that it refuses. */
 int refusal(const Setting_Row &row, int32_t value)
 {
-    if (row.kind == Kind::EGRESS_MODE && (value < 0 || value > 3))
+    if (row.kind == Kind::EGRESS_MODE && (value < 0 || value > 3)) {
         return 1;
+    }
     return row.kind == Kind::AUTO_MODE && (value < 0 || value > 11) ? 4 : 0;
 }
 
@@ -92,8 +93,9 @@ bool is_copper(int port)
 
 std::string logged(const Setting_Row &row, int32_t value)
 {
-    if (row.kind != Kind::AUTO_MODE)
+    if (row.kind != Kind::AUTO_MODE) {
         return setting_text(row.kind, value);
+    }
     const std::string text = listed(AUTO_MODE_LOGS, value);
     return text.empty() ? AUTO_MODE_LOGS[0] : text;
 }
@@ -110,18 +112,21 @@ bool apply_setting(Console_Model *model, int port, const Setting_Row &row, std::
         return false;
     }
     model->chip.ports[port][row.setting] = cut_to_chip(row, value);
-    if (value != old)
+    if (value != old) {
         *lines += std::string("Switch: Port ") + std::to_string(port) + " " + row.name + ": " +
                   logged(row, old) + " -> " + logged(row, value) + "\n";
+    }
     return true;
 }
 
 bool apply_port(Console_Model *model, int port, std::string *lines)
 {
     bool good = true;
-    for (const Setting_Row &row : ROWS)
-        if (row.setting != SETTING_AUTO_MODE || is_copper(port))
+    for (const Setting_Row &row : ROWS) {
+        if (row.setting != SETTING_AUTO_MODE || is_copper(port)) {
             good = apply_setting(model, port, row, lines) && good;
+        }
+    }
     return good;
 }
 
@@ -140,8 +145,9 @@ void apply_vlans(Console_Model *model)
 std::string apply_frame(Console_Model *model)
 {
     const int size = model->running.frame;
-    if (size == model->applied.frame)
+    if (size == model->applied.frame) {
         return "";
+    }
     model->chip.frame = size;
     return size == 1 ? "Switch: Max Frame Size: 1522->1632\n"
                      : "Switch: Max Frame Size: 1632->1522\n";
@@ -149,8 +155,9 @@ std::string apply_frame(Console_Model *model)
 
 void leave_all_vlans(Model_State *state, int port)
 {
-    for (Model_Vlan &vlan : state->vlans)
+    for (Model_Vlan &vlan : state->vlans) {
         vlan.tags[port] = 1;
+    }
 }
 
 void renew_access(Model_State *state, int port)
@@ -178,11 +185,13 @@ void renew_trunk(Model_State *state, int port)
     auto &settings = state->ports[port];
     leave_all_vlans(state, port);
     settings[SETTING_DOT1Q_MODE] = 2;
-    for (const int vid : state->lists[port].values)
+    for (const int vid : state->lists[port].values) {
         state->vlans[vid].tags[port] = 3;
+    }
     settings[SETTING_DISCARD_TAGGED] = 0;
-    if (settings[SETTING_EGRESS_MODE] == 0 || settings[SETTING_EGRESS_MODE] == 3)
+    if (settings[SETTING_EGRESS_MODE] == 0 || settings[SETTING_EGRESS_MODE] == 3) {
         settings[SETTING_EGRESS_MODE] = 1;
+    }
     join_native_vlan(state, port);
 }
 
@@ -214,8 +223,9 @@ std::string setting_text(Setting_Kind kind, int32_t value)
 std::string run_text(int first, int last)
 {
     std::string text = std::to_string(first);
-    if (last > first)
+    if (last > first) {
         text.append("-").append(std::to_string(last));
+    }
     return text;
 }
 
@@ -225,14 +235,16 @@ void model_factory(Model_State *state)
     state->frame = 1;
     for (int port = 0; port < MODEL_PORTS; port++) {
         for (const Model_Setting one : {SETTING_VID, SETTING_COUNT_IFG, SETTING_COUNT_PRE,
-                                        SETTING_MAP_RULE, SETTING_IP_PRIO, SETTING_USER_PRIO})
+                                        SETTING_MAP_RULE, SETTING_IP_PRIO, SETTING_USER_PRIO}) {
             state->ports[port][one] = 1;
+        }
         state->modes[port] = MODE_DEFAULT;
         state->lists[port] = {"1", {1}};
     }
     state->userClasses = {{1, 0, 0, 1, 2, 2, 3, 3}};
-    for (int dscp = 0; dscp < 64; dscp++)
+    for (int dscp = 0; dscp < 64; dscp++) {
         state->dscpClasses[dscp] = dscp / 16;
+    }
 }
 
 Console_Model model_at_start()
@@ -241,8 +253,9 @@ Console_Model model_at_start()
     model_factory(&model.running);
     model.applied = model.running;
     /* What the chip holds after power-on and load. */
-    for (auto &settings : model.chip.ports)
+    for (auto &settings : model.chip.ports) {
         settings[SETTING_VID] = settings[SETTING_IP_PRIO] = settings[SETTING_USER_PRIO] = 1;
+    }
     model.chip.userClasses = {{0, 0, 1, 1, 2, 2, 3, 3}};
     model.chip.dscpClasses = model.running.dscpClasses;
     return model;
@@ -253,18 +266,23 @@ std::string model_apply(Console_Model *model)
     const Model_State before = model->running;
     const Model_State &applied = model->applied;
     std::string lines = apply_frame(model);
-    if (before.vlans != applied.vlans)
+    if (before.vlans != applied.vlans) {
         apply_vlans(model);
+    }
     /* What the modes change here is written with its port only, and VLANs not at all. */
     model_renew_modes(&model->running);
     bool good = true;
-    for (int port = 0; port < MODEL_PORTS; port++)
-        if (before.ports[port] != applied.ports[port])
+    for (int port = 0; port < MODEL_PORTS; port++) {
+        if (before.ports[port] != applied.ports[port]) {
             good = apply_port(model, port, &lines) && good;
-    if (before.userClasses != applied.userClasses)
+        }
+    }
+    if (before.userClasses != applied.userClasses) {
         model->chip.userClasses = before.userClasses;
-    if (before.dscpClasses != applied.dscpClasses)
+    }
+    if (before.dscpClasses != applied.dscpClasses) {
         model->chip.dscpClasses = before.dscpClasses;
+    }
     model->applied = model->running;
     return lines + "Switch: Apply Changes - " + (good ? "Ok" : "Failed") + "\n";
 }
@@ -272,8 +290,9 @@ std::string model_apply(Console_Model *model)
 void model_reinit(Model_State *chip)
 {
     chip->frame = 1;
-    for (auto &settings : chip->ports)
+    for (auto &settings : chip->ports) {
         settings[SETTING_AUTO_MODE] = 0;
+    }
 }
 
 void model_default_mode(Model_State *state, int port)
@@ -301,9 +320,11 @@ void model_trunk_mode(Model_State *state, int port, int vid, bool tagAll, const 
     const std::set<int> named(list.values.begin(), list.values.end());
     if (named.size() != MODEL_VIDS - 1) { /* a list of all VLANs waits for the apply */
         leave_all_vlans(state, port);
-        for (const int allowed : list.values)
-            if (state->vlans[allowed].defined)
+        for (const int allowed : list.values) {
+            if (state->vlans[allowed].defined) {
                 state->vlans[allowed].tags[port] = 3;
+            }
+        }
     }
     settings[SETTING_DOT1Q_MODE] = 2;
     state->modes[port] = MODE_TRUNK;

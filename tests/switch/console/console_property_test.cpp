@@ -86,8 +86,9 @@ std::string ConsoleProperty::trace() const
 {
     std::ostringstream text;
     text << "GATEWAY_TEST_SEED=" << seed << '\n';
-    for (const std::string &lines : typed)
+    for (const std::string &lines : typed) {
         text << lines;
+    }
     return text.str();
 }
 
@@ -158,8 +159,9 @@ void ConsoleProperty::expect_ports_of_vlan_tab()
     const std::string offered = model.ports.text;
     const std::string line = edits.type_ports();
     std::string rows;
-    for (const int port : model.ports.values)
+    for (const int port : model.ports.values) {
         rows += shown_vlan_row(model.chip, port);
+    }
     ASSERT_EQ(type(Main_Menu, "4\n" + line + "0\n"),
               heading() + "Ports Range(" + offered + "):" + VLAN_HEADER + rows)
         << trace();
@@ -200,17 +202,22 @@ TEST_F(ConsoleProperty, DeviceViewsShowWhatTheAppliedEditsPutOnTheChip)
     for (int round = 0; round < rounds && !HasFailure(); round++) {
         start();
         for (int turn = 0; turn < APPLIES && !HasFailure(); turn++) {
-            for (int count = edits.below(MOST_EDITS); count >= 0; count--)
+            for (int count = edits.below(MOST_EDITS); count >= 0; count--) {
                 do_edit();
+            }
             expect_config_view();
-            if (!HasFailure())
+            if (!HasFailure()) {
                 apply();
-            if (!HasFailure())
+            }
+            if (!HasFailure()) {
                 expect_device_status();
-            if (!HasFailure())
+            }
+            if (!HasFailure()) {
                 expect_other_device_views();
-            if (!HasFailure())
+            }
+            if (!HasFailure()) {
                 expect_vlan_words();
+            }
         }
     }
 }
@@ -221,8 +228,9 @@ TEST_F(ConsoleProperty, NothingReachesTheChipBeforeAnApply)
     const int rounds = test_rounds(20);
     for (int round = 0; round < rounds && !HasFailure(); round++) {
         start();
-        for (int count = edits.below(MOST_EDITS); count >= 0; count--)
+        for (int count = edits.below(MOST_EDITS); count >= 0; count--) {
             do_edit();
+        }
         expect_device_status();
     }
 }

@@ -29,8 +29,9 @@ inline void PrintTo(const Typed_Row &row, std::ostream *out)
 inline size_t count_of(const std::string &text, const std::string &part)
 {
     size_t found = 0;
-    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+    for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
         found++;
+    }
     return found;
 }
 

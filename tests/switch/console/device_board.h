@@ -27,8 +27,9 @@ protected:
         set_port(SFP1, {0x8000, 0x0000, 0x0040, 0x4003, 0x1003});
         chip_.global[4] = 0;
         chip_.global[24] = 0xFA41;
-        for (int i = 0; i < 8; i++)
+        for (int i = 0; i < 8; i++) {
             chip_.global[16 + i] = static_cast<uint16_t>(i / 2 * 0x5555);
+        }
         add_vlan(1, 0x1111, 0x0001);
         add_vlan(10, 0x1023, 0x0002);
         add_vlan(4095, 0x3333, 0x0003);

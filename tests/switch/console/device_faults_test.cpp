@@ -222,8 +222,9 @@ TEST_F(DeviceViews, ChipTablesIgnoreTheFlagsAndTheImage)
 
 TEST_F(DeviceViews, ChipVtuOfAnEmptyTable)
 {
-    for (const int vid : {1, 10, 4095})
+    for (const int vid : {1, 10, 4095}) {
         chip_.vlans.entries[vid].valid = false;
+    }
     EXPECT_EQ(printed([&] { Print_Chip_Vtu(&control_); }), "No VTU Entries\n");
 }
 

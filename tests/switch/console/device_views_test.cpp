@@ -203,11 +203,12 @@ TEST_F(DeviceViews, VlanRowIsReadIntoItsPortOfTheImageAlone)
         const SW_Config before = device_image_;
         set_flags(1, 0);
         Dev_Vlan_Row(&control_, port);
-        for (int other = 0; other < SW_PORTS; other++)
+        for (int other = 0; other < SW_PORTS; other++) {
             EXPECT_EQ(std::memcmp(&before.ports[other], &device_image_.ports[other],
                                   sizeof(SW_Port_Config)) == 0,
                       other != port)
                 << "row " << port << ", port " << other;
+        }
     }
     set_flags(0, 1);
     EXPECT_EQ(shown(Dev_Vlan_Rows), VLAN_HEADER CHIP_VLAN_ROWS);

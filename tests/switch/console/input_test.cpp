@@ -108,8 +108,9 @@ TEST(ReadLine, ShowsThePromptBeforeItWaits)
         struct stat captured = {};
         for (int i = 0; i < 1000 && !shown; i++) {
             shown = fstat(STDOUT_FILENO, &captured) == 0 && captured.st_size == 6;
-            if (!shown)
+            if (!shown) {
                 std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            }
         }
         EXPECT_EQ(write(end, "yes\n", 4), 4);
         close(end);

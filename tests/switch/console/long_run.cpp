@@ -78,8 +78,9 @@ Deed deeds[] = {{"applies", "Switch: Apply Changes - Ok\n", 0},
 
 ssize_t count_deeds(void * /*cookie*/, const char *text, size_t size)
 {
-    for (Deed &deed : deeds)
+    for (Deed &deed : deeds) {
         deed.times += std::string_view(text, size).ends_with(deed.line) ? 1 : 0;
+    }
     return static_cast<ssize_t>(size);
 }
 

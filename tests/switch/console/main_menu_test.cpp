@@ -199,8 +199,9 @@ TEST_F(MainMenu, VtuAndPortsStatusIgnoreTheFlags)
 
 TEST_F(MainMenu, AnEmptyVlanTableOfTheChipIsSaidSo)
 {
-    for (auto &entry : chip_.vlans.entries)
+    for (auto &entry : chip_.vlans.entries) {
         entry.valid = false;
+    }
     EXPECT_EQ(full("6\n0\n"), MAIN_MENU "No VTU Entries\n");
 }
 
@@ -254,8 +255,9 @@ TEST_F(MainMenuFile, ShowsBothBannersOnOneLine)
 
 TEST_F(MainMenuFile, ApplyingTakesOneBannerAwayAndSavingTheOther)
 {
-    for (uint32_t &type : running_.vlanPortType)
+    for (uint32_t &type : running_.vlanPortType) {
         type = SW_Vlan_Port_Type_CUSTOM;
+    }
     applied_ = running_;
     const std::string typed = "1\n0\na\n\ns\n\n0\n";
     EXPECT_EQ(full(typed),
@@ -363,8 +365,9 @@ class TypicalRequest : public MainMenu, public testing::WithParamInterface<uint3
 protected:
     TypicalRequest()
     {
-        for (uint32_t &type : running_.vlanPortType)
+        for (uint32_t &type : running_.vlanPortType) {
             type = GetParam();
+        }
         applied_ = running_;
     }
 

@@ -22,10 +22,12 @@ std::string formatted(const char *format, Arguments... arguments)
 std::string cells(const Model_State &state, int port, Setting_View view)
 {
     std::string row;
-    for (const Setting_Row &column : setting_rows())
-        if (column.view == view)
+    for (const Setting_Row &column : setting_rows()) {
+        if (column.view == view) {
             row += formatted(column.cell,
                              setting_text(column.kind, state.ports[port][column.setting]).c_str());
+        }
+    }
     return row;
 }
 
@@ -71,8 +73,9 @@ std::string class_pairs(const Model_Array<int, Count> &classes)
 {
     std::string text;
     for (int index = 0; index < Count; index++) {
-        if (index != 0)
+        if (index != 0) {
             text += index % 8 == 0 ? "\n" : " | ";
+        }
         text += formatted("%2d %2d", index, classes[index]);
     }
     return text + "\n";
@@ -84,11 +87,13 @@ std::string vlan_list(const Model_State &state, const Test &test)
 {
     std::string list;
     for (int first = 0; first < MODEL_VIDS; first++) {
-        if (!test(state.vlans[first]))
+        if (!test(state.vlans[first])) {
             continue;
+        }
         int last = first;
-        while (last + 1 < MODEL_VIDS && test(state.vlans[last + 1]))
+        while (last + 1 < MODEL_VIDS && test(state.vlans[last + 1])) {
             last++;
+        }
         list += list.empty() ? "" : ",";
         list += run_text(first, last);
         first = last;
@@ -101,11 +106,13 @@ std::string marks(const Model_State &state, int port)
 {
     const auto &settings = state.ports[port];
     const Model_Vlan &vlan = state.vlans[settings[SETTING_VID]];
-    if (settings[SETTING_VID] != 1 && !vlan.defined)
+    if (settings[SETTING_VID] != 1 && !vlan.defined) {
         return "(Warning: not exists)";
+    }
     const std::string ingress = settings[SETTING_DISCARD_TAGGED] != 0 ? "(tagged)" : "(untagged)";
-    if (vlan.tags[port] == 2)
+    if (vlan.tags[port] == 2) {
         return ingress;
+    }
     return ingress + (vlan.tags[port] == 3 ? "/(tagged)" : "/(other)");
 }
 
@@ -140,8 +147,9 @@ std::string qos_mark(const Model_State &state, int port)
     const int32_t rule = settings[SETTING_MAP_RULE];
     const int32_t prio = settings[SETTING_PORT_PRIO];
     const bool alike = rule == settings[SETTING_IP_PRIO] && settings[SETTING_USER_PRIO] == 1;
-    if (alike && (rule == 0 || (rule == 1 && prio == 0)))
+    if (alike && (rule == 0 || (rule == 1 && prio == 0))) {
         return prio == 0 ? "" : formatted(" QOS:%d", prio);
+    }
     return formatted(" QOS:%d - Custom", prio);
 }
 
@@ -150,11 +158,13 @@ std::string summary_line(const Model_State &state, int port)
     const auto &settings = state.ports[port];
     const int32_t vid = settings[SETTING_VID];
     const std::string name = formatted("%-4s:", NAMES[port]);
-    if (vid == 1 && settings[SETTING_DOT1Q_MODE] == 0)
+    if (vid == 1 && settings[SETTING_DOT1Q_MODE] == 0) {
         return name + " Default (VID:1" +
                (settings[SETTING_DISCARD_TAGGED] == 1 ? ")\n" : "(untagged))\n");
-    if (vid == 0)
+    }
+    if (vid == 0) {
         return name + " Failed  (VID:0)\n";
+    }
     return name + mode_text(state, port) + qos_mark(state, port) +
            (state.modes[port] == MODE_CUSTOM ? " - Port Custom Settings\n" : "\n");
 }
@@ -186,30 +196,35 @@ std::string shown_vlan_row(const Model_State &state, int port)
 std::string shown_vlan_rows(const Model_State &state)
 {
     std::string text = VLAN_HEADER;
-    for (int port = 0; port < MODEL_PORTS; port++)
+    for (int port = 0; port < MODEL_PORTS; port++) {
         text += shown_vlan_row(state, port);
+    }
     return text;
 }
 
 std::string shown_qos_rows(const Model_State &state)
 {
     std::string text = QOS_HEADER;
-    for (int port = 0; port < MODEL_PORTS; port++)
+    for (int port = 0; port < MODEL_PORTS; port++) {
         text += formatted("%-4s |", NAMES[port]) + cells(state, port, Setting_View::QOS_TAB);
+    }
     return text;
 }
 
 std::string shown_vtu_rows(const Model_State &state)
 {
-    if (state.count < 1)
+    if (state.count < 1) {
         return "No VTU Entries\n";
+    }
     std::string text = VTU_HEADER;
     for (const Model_Vlan &vlan : state.vlans) {
-        if (!vlan.defined)
+        if (!vlan.defined) {
             continue;
+        }
         text += formatted(" %4d", vlan.vid);
-        for (const int tag : vlan.tags)
+        for (const int tag : vlan.tags) {
             text += formatted(" | %-10s", TAGS[tag]);
+        }
         text += "\n";
     }
     return text;
@@ -225,8 +240,9 @@ std::string shown_summary(const Model_State &state)
 {
     const std::string vlans = vlan_list(state, [](const Model_Vlan &vlan) { return vlan.defined; });
     std::string text = "\nExisting VLANs:" + (vlans.empty() ? "<none>" : vlans) + "\n";
-    for (int port = 0; port < MODEL_PORTS; port++)
+    for (int port = 0; port < MODEL_PORTS; port++) {
         text += summary_line(state, port);
+    }
     return text;
 }
 
@@ -242,9 +258,10 @@ std::string shown_running_config(const Model_State &running)
 {
     std::string text = "Marvell Switch Config:\n" + shown_frame_size(running) +
                        PORTS_CONFIG_TITLE PORTS_CONFIG_HEADER;
-    for (const int port : {1, 2})
+    for (const int port : {1, 2}) {
         text +=
             formatted(" %-4s |", NAMES[port]) + cells(running, port, Setting_View::PORTS_CONFIG);
+    }
     return text + VLAN_TITLE + shown_vlan_rows(running) + VTU_TITLE + shown_vtu_rows(running) +
            QOS_TITLE + shown_qos_rows(running) + COS_TITLE + shown_cos_tables(running) +
            shown_summary(running);

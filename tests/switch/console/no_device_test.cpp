@@ -22,8 +22,9 @@ int missing_node(void * /*context*/, unsigned long /*number*/, MDIO_Record * /*r
 /* A bus on which nothing drives the data line. */
 int idle_bus(void * /*context*/, unsigned long /*number*/, MDIO_Record *record)
 {
-    if (record->operation == MDIO_READ)
+    if (record->operation == MDIO_READ) {
         record->value = 0xFFFF;
+    }
     return 0;
 }
 

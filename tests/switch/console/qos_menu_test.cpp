@@ -133,8 +133,9 @@ class QosMenuSetting : public QosMenu,
 TEST_P(QosMenuSetting, GivesTheAnswerToEveryPortOfTheRange)
 {
     const auto &[key, answer] = GetParam();
-    for (SW_Port_Config &port : running_.ports)
+    for (SW_Port_Config &port : running_.ports) {
         port.*key.field = 9;
+    }
     lan().*key.field = key.before;
     wan().*key.field = 2;
 

@@ -42,9 +42,11 @@ std::string line(int32_t number)
 std::vector<const Setting_Row *> rows_of_key(const Setting_Row &first)
 {
     std::vector<const Setting_Row *> rows;
-    for (const Setting_Row &row : setting_rows())
-        if (row.menu == first.menu && row.key == first.key)
+    for (const Setting_Row &row : setting_rows()) {
+        if (row.menu == first.menu && row.key == first.key) {
             rows.push_back(&row);
+        }
+    }
     return rows;
 }
 
@@ -63,8 +65,9 @@ int32_t highest_choice(Setting_Kind kind)
 /* What of a number is stored; false when it is refused. */
 bool is_stored(const Setting_Row &row, int32_t *value)
 {
-    if (row.setting == SETTING_VID)
+    if (row.setting == SETTING_VID) {
         return *value <= HIGHEST_VID;
+    }
     if (row.setting == SETTING_PORT_PRIO) {
         *value &= 0xFF;
         return *value <= 7;
@@ -81,8 +84,9 @@ int defined_vlans(const Model_State &state)
 Model_Range as_many_as_vlans(bool each)
 {
     Model_Range range = {each ? "1-4095" : "1-4094,1", {}};
-    for (int vid = 1; vid < HIGHEST_VID; vid++)
+    for (int vid = 1; vid < HIGHEST_VID; vid++) {
         range.values.push_back(vid);
+    }
     range.values.push_back(each ? HIGHEST_VID : 1);
     return range;
 }
@@ -103,8 +107,9 @@ Model_Range Random_Edits::pick_range(int lowest, int highest)
         const int last = std::min(highest, first + below(std::min(20, highest - lowest + 1)));
         range.text += range.text.empty() ? "" : ",";
         range.text += run_text(first, last);
-        for (int value = first; value <= last; value++)
+        for (int value = first; value <= last; value++) {
             range.values.push_back(value);
+        }
     }
     return range;
 }
@@ -112,8 +117,9 @@ Model_Range Random_Edits::pick_range(int lowest, int highest)
 /* Enter takes the range that was there. */
 std::string Random_Edits::type_range(Model_Range *range, int lowest, int highest)
 {
-    if (below(5) == 0)
+    if (below(5) == 0) {
         return "\n";
+    }
     *range = pick_range(lowest, highest);
     return range->text + "\n";
 }
@@ -157,8 +163,9 @@ Random_Edits::Typed_Number Random_Edits::type_number(int32_t current,
                                                      const std::vector<int> &choices)
 {
     const int choice = below(static_cast<int>(choices.size()) + 1);
-    if (choice == 0)
+    if (choice == 0) {
         return {"\n", current};
+    }
     const int number = choices[static_cast<size_t>(choice - 1)];
     return {line(number), number & 0xFFFF};
 }
@@ -170,10 +177,12 @@ Random_Edits::Typed_Number Random_Edits::type_vid(int32_t current)
 
 Random_Edits::Typed_Number Random_Edits::type_value(const Setting_Row &row, int32_t current)
 {
-    if (row.kind == Setting_Kind::FLAG)
+    if (row.kind == Setting_Kind::FLAG) {
         return type_flag(current);
-    if (row.kind == Setting_Kind::NUMBER)
+    }
+    if (row.kind == Setting_Kind::NUMBER) {
         return type_number(current, row.setting == SETTING_VID ? VIDS : PRIOS);
+    }
     return type_choice(current, highest_choice(row.kind), true);
 }
 
@@ -187,10 +196,12 @@ std::string Random_Edits::type_values(const std::vector<const Setting_Row *> &ro
     for (const Setting_Row *row : rows) {
         Typed_Number typed = type_value(*row, offered[row->setting]);
         lines += typed.line;
-        if (!is_stored(*row, &typed.value))
+        if (!is_stored(*row, &typed.value)) {
             continue;
-        for (const int port : ports)
+        }
+        for (const int port : ports) {
             running.ports[port][row->setting] = typed.value;
+        }
     }
     return lines;
 }
@@ -204,8 +215,9 @@ std::string Random_Edits::set_ports()
     const bool good = copper && below(4) != 0;
     std::string lines =
         line(row.menu) + line(row.key) + (good ? type_range(&model_->ports, 1, 2) : type_ports());
-    if (!copper || is_within(model_->ports, 1, 2))
+    if (!copper || is_within(model_->ports, 1, 2)) {
         lines += type_values(rows_of_key(row), sorted(model_->ports));
+    }
     return lines + "0\n";
 }
 
@@ -214,9 +226,11 @@ std::string Random_Edits::set_classes(char key, int entries, Model_Range *range,
     const std::string typed_range = type_range(range, 0, entries - 1);
     const std::vector<int> indexes = sorted(*range);
     const Typed_Number typed = type_number(classes[indexes.front()], PRIOS);
-    if ((typed.value & 0xFF) < 4)
-        for (const int index : indexes)
+    if ((typed.value & 0xFF) < 4) {
+        for (const int index : indexes) {
             classes[index] = typed.value & 0xFF;
+        }
+    }
     return "8\n" + line(key) + typed_range + typed.line + "0\n";
 }
 
@@ -237,8 +251,9 @@ std::string Random_Edits::set_vlan_entry()
     if (vid.value >= 1 && vid.value <= HIGHEST_VID) {
         Model_Vlan &vlan = model_->running.vlans[vid.value];
         model_->running.count += vlan.defined ? 0 : 1;
-        if (!vlan.defined)
+        if (!vlan.defined) {
             vlan = {true, vid.value, {}};
+        }
         for (int &tag : vlan.tags) {
             const Typed_Number typed = type_choice(tag, 3, false);
             lines += typed.line;
@@ -253,8 +268,9 @@ std::string Random_Edits::remove_vlan_entries()
     const std::string typed = type_range(&model_->vlanIds, 1, HIGHEST_VID);
     const Model_Range &range = model_->vlanIds;
     if (!range.values.empty() && is_within(range, 1, HIGHEST_VID)) {
-        for (const int vid : range.values)
+        for (const int vid : range.values) {
             model_->running.vlans[vid] = {};
+        }
         model_->running.count = defined_vlans(model_->running);
     }
     return "7\n4\n" + typed + "0\n";
@@ -289,16 +305,18 @@ std::string Random_Edits::set_frame_size()
 std::string Random_Edits::reset_to_factory()
 {
     const Typed_Number sure = type_flag(0);
-    if (sure.value == 1)
+    if (sure.value == 1) {
         model_factory(&model_->running);
+    }
     return "d\n" + sure.line;
 }
 
 std::string Random_Edits::reinit()
 {
     const Typed_Number sure = type_flag(0);
-    if (sure.value == 1)
+    if (sure.value == 1) {
         model_reinit(&model_->chip);
+    }
     return "r\n" + sure.line;
 }
 
@@ -334,9 +352,11 @@ std::string Random_Edits::set_access()
     Model_State &running = model_->running;
     const std::string ports = type_ports();
     const Typed_Number vid = type_vid(running.ports[model_->ports.values.front()][SETTING_VID]);
-    if (vid.value <= HIGHEST_VID)
-        for (const int port : model_->ports.values)
+    if (vid.value <= HIGHEST_VID) {
+        for (const int port : model_->ports.values) {
             model_access_mode(&running, port, vid.value);
+        }
+    }
     return "c\n" + ports + vid.line;
 }
 
@@ -346,8 +366,9 @@ std::string Random_Edits::set_trunk()
     const std::string ports = type_ports();
     const int first = model_->ports.values.front();
     const Typed_Number vid = type_vid(running.ports[first][SETTING_VID]);
-    if (vid.value > HIGHEST_VID)
+    if (vid.value > HIGHEST_VID) {
         return "v\n" + ports + vid.line;
+    }
     const Typed_Number tag_all = type_flag(running.ports[first][SETTING_DISCARD_TAGGED]);
     Model_Range list = running.lists[first];
     std::string typed_list = type_range(&list, 1, HIGHEST_VID);
@@ -357,25 +378,29 @@ std::string Random_Edits::set_trunk()
         typed_list = list.text + "\n";
     }
     model_->vlanIds = list;
-    if (is_within(list, 1, HIGHEST_VID))
-        for (const int port : model_->ports.values)
+    if (is_within(list, 1, HIGHEST_VID)) {
+        for (const int port : model_->ports.values) {
             model_trunk_mode(&running, port, vid.value, tag_all.value != 0, list);
+        }
+    }
     return "v\n" + ports + vid.line + tag_all.line + typed_list;
 }
 
 std::string Random_Edits::set_default()
 {
     const std::string ports = type_ports();
-    for (const int port : model_->ports.values)
+    for (const int port : model_->ports.values) {
         model_default_mode(&model_->running, port);
+    }
     return "b\n" + ports;
 }
 
 std::string Random_Edits::set_tdm()
 {
     const Typed_Number prio = type_number(model_->running.ports[0][SETTING_PORT_PRIO], PRIOS);
-    if (prio.value > 7)
+    if (prio.value > 7) {
         return "n\n" + prio.line;
+    }
     for (auto &settings : model_->running.ports) {
         settings[SETTING_MAP_RULE] = settings[SETTING_IP_PRIO] = settings[SETTING_PORT_PRIO] = 0;
         settings[SETTING_USER_PRIO] = 1;
@@ -426,11 +451,13 @@ Typed_Edit Random_Edits::next()
         {true, 1, &Random_Edits::set_default_tdm},
     };
     int all = 0;
-    for (const Row &row : ROWS)
+    for (const Row &row : ROWS) {
         all += row.share;
+    }
     int chosen = below(all);
     const Row *row = ROWS;
-    while (chosen >= row->share)
+    while (chosen >= row->share) {
         chosen -= row++->share;
+    }
     return {row->vlanMenu, (this->*row->edit)() + "0\n"};
 }

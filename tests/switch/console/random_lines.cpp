@@ -76,8 +76,9 @@ std::string Random_Lines::next()
 std::string Random_Lines::next(int count)
 {
     std::string lines;
-    for (int i = 0; i < count; i++)
+    for (int i = 0; i < count; i++) {
         lines += next();
+    }
     return lines;
 }
 
@@ -89,7 +90,8 @@ uint32_t Random_Lines::below(size_t bound)
 std::string Random_Lines::bytes(uint32_t length)
 {
     std::string text;
-    while (text.size() < length)
+    while (text.size() < length) {
         text += static_cast<char>(below(256));
+    }
     return text;
 }

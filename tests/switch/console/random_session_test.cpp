@@ -22,8 +22,9 @@ class RandomSession : public ConsoleSession
 TEST_F(RandomSession, EndsWithItsInput)
 {
     const Temporary_Folder folder;
-    for (int vid = 1; vid <= 10; vid++)
+    for (int vid = 1; vid <= 10; vid++) {
         define_vlan(&running_, vid);
+    }
     applied_ = running_;
     use_startup_file(folder.write("startup.cfg", StartupFileText(running_)));
 

@@ -21,8 +21,9 @@ const std::vector<int32_t> BEFORE = {77};
 
 std::string repeated(std::string text, int times, const char *more)
 {
-    for (int i = 0; i < times; i++)
+    for (int i = 0; i < times; i++) {
         text += more;
+    }
     return text;
 }
 
@@ -162,8 +163,9 @@ TEST_P(RangePrompt, TakesTheAnswer)
 
 const char *prompt_name(Ask ask)
 {
-    if (ask == Ask_Range_List)
+    if (ask == Ask_Range_List) {
         return "List_";
+    }
     return ask == Ask_Int_Range ? "IntRange_" : "Vector_";
 }
 

@@ -74,8 +74,9 @@ TEST_P(Reprint, FollowsTheMatrix)
     const std::string suppress = GetParam().suppress;
     for (int code = 0; code < 256; code++) {
         const char first = static_cast<char>(code);
-        if (first == '0')
+        if (first == '0') {
             continue;
+        }
         const bool again = suppress.find(first) == std::string::npos;
         EXPECT_EQ(count_of(run(lines_of(first) + "0\n"), GetParam().title), again ? 2U : 1U)
             << "character " << code;

@@ -56,8 +56,9 @@ template <size_t Count>
 void set_fields(SW_Port_Config *port, uint32_t SW_Port_Config::*const (&fields)[Count],
                 const uint32_t (&values)[Count])
 {
-    for (size_t i = 0; i < Count; i++)
+    for (size_t i = 0; i < Count; i++) {
         port->*fields[i] = values[i];
+    }
 }
 
 void set_ports(SW_Config *config, const Vlan_Settings (&rows)[SW_PORTS])
@@ -185,8 +186,9 @@ void PrintTo(const Column &column, std::ostream *out)
 std::vector<std::string> wrapped(const char *before, const char *after,
                                  std::vector<std::string> cells)
 {
-    for (std::string &cell : cells)
+    for (std::string &cell : cells) {
         cell = before + cell + after;
+    }
     return cells;
 }
 

@@ -185,8 +185,9 @@ class ChoicePrompt : public testing::TestWithParam<Prompt>
 TEST_P(ChoicePrompt, StoresEveryChoice)
 {
     const Prompt &prompt = GetParam();
-    for (uint32_t number = 0; number <= prompt.last; number++)
+    for (uint32_t number = 0; number <= prompt.last; number++) {
         expect_outcome(prompt, std::to_string(number) + "\n", stored(number), "");
+    }
 }
 
 TEST_P(ChoicePrompt, RefusesTheNumberAboveTheLast)

@@ -253,8 +253,9 @@ TEST_F(VlanMenu, ShowsAFlagOtherThanOneAsTrueInTheBytesCountLineOnly)
 
 TEST_F(VlanMenu, ShowsEveryPortOfTheRangeInTheOrderOfTheirNumbers)
 {
-    for (int port = 0; port < SW_PORTS; port++)
+    for (int port = 0; port < SW_PORTS; port++) {
         running_.ports[port].vid = static_cast<uint16_t>(10 + port);
+    }
     const std::string output = vlan("2\n4,0 2-3 1\n4096\n0\n");
     EXPECT_NE(output.find(" (Ports range: 4,0 2-3 1)\n"), std::string::npos);
     EXPECT_NE(output.find("2. Port VID ( CPU:10 LAN:11 WAN:12 SFP0:13 SFP1:14 ) *CFG*\n"),

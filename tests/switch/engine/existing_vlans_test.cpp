@@ -20,8 +20,9 @@ SW_Vlan_Entry reset_entry(int vid)
     SW_Vlan_Entry entry;
     memset(&entry, 0, sizeof entry);
     entry.vtu.vid = static_cast<uint16_t>(vid);
-    for (int chipPort = 0; chipPort < 5; chipPort++)
+    for (int chipPort = 0; chipPort < 5; chipPort++) {
         entry.vtu.memberTagP[chipPort] = 1;
+    }
     return entry;
 }
 
@@ -74,8 +75,9 @@ protected:
     {
         auto expected = host.copy_of_running();
         memset(expected->vlans, 0, sizeof expected->vlans);
-        for (const int vid : GetParam().defined)
+        for (const int vid : GetParam().defined) {
             expected->vlans[vid] = defined_entry(vid);
+        }
         expected->vlanEntryCount = GetParam().count;
         return expected;
     }
@@ -104,8 +106,9 @@ TEST_P(VlanList, IsRemovedAndPrinted)
     host.running().vlanEntryCount = 4096;
     const auto expected = host.copy_of_running();
     expected->vlanEntryCount -= GetParam().count;
-    for (const int vid : GetParam().defined)
+    for (const int vid : GetParam().defined) {
         expected->vlans[vid] = reset_entry(vid);
+    }
     Output_Capture capture;
     SW_Remove_Existing_Vlans(host.control(), GetParam().vids);
     EXPECT_EQ(capture.finish(), GetParam().printed);
@@ -133,8 +136,9 @@ TEST(SetExistingVlans, TakesAllVlans)
     Vlan_Host host;
     const auto expected = host.copy_of_running();
     memset(expected->vlans, 0, sizeof expected->vlans);
-    for (int vid = 1; vid <= 4095; vid++)
+    for (int vid = 1; vid <= 4095; vid++) {
         expected->vlans[vid] = defined_entry(vid);
+    }
     expected->vlanEntryCount = 4095;
     Output_Capture capture;
     SW_Set_Existing_Vlans(host.control(), Numbers(1, 4095), false);
@@ -146,12 +150,14 @@ TEST(RemoveExistingVlans, ResetsUndefinedOnesWithoutCountingOrPrintingThem)
 {
     const std::vector<int32_t> vids = {9, 10, 11, 12, 13};
     Vlan_Host host;
-    for (const int vid : {9, 11, 13})
+    for (const int vid : {9, 11, 13}) {
         host.running().vlans[vid].defined = 0;
+    }
     host.running().vlanEntryCount = 2;
     const auto expected = host.copy_of_running();
-    for (const int vid : {9, 10, 11, 12, 13})
+    for (const int vid : {9, 10, 11, 12, 13}) {
         expected->vlans[vid] = reset_entry(vid);
+    }
     expected->vlanEntryCount = 0;
     Output_Capture capture;
     SW_Remove_Existing_Vlans(host.control(), vids);
@@ -188,8 +194,9 @@ TEST(RemoveExistingVlans, BreaksLinesByTheNumberPrinted)
     Vlan_Host host;
     host.set_factory();
     std::vector<int32_t> even;
-    for (int32_t vid = 2; vid <= 34; vid += 2)
+    for (int32_t vid = 2; vid <= 34; vid += 2) {
         even.push_back(vid);
+    }
     SW_Set_Existing_Vlans(host.control(), even, false);
     Output_Capture capture;
     SW_Remove_Existing_Vlans(host.control(), Numbers(1, 34));

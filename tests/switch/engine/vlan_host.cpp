@@ -68,13 +68,16 @@ void Vlan_Host::set_factory()
 testing::AssertionResult Vlan_Host::only_running_was_edited() const
 {
     for (const auto &other : others_) {
-        if (!is_filled(*other, ELSEWHERE))
+        if (!is_filled(*other, ELSEWHERE)) {
             return testing::AssertionFailure() << "another configuration was written";
+        }
     }
-    if (!is_filled(*device_, ELSEWHERE) || !is_filled(*sysConfig_, ELSEWHERE))
+    if (!is_filled(*device_, ELSEWHERE) || !is_filled(*sysConfig_, ELSEWHERE)) {
         return testing::AssertionFailure() << "a record of the driver was written";
-    if (bytes_of(control_) != bytes_of(controlAtFirst_))
+    }
+    if (bytes_of(control_) != bytes_of(controlAtFirst_)) {
         return testing::AssertionFailure() << "the context itself was written";
+    }
     return testing::AssertionSuccess();
 }
 
@@ -83,8 +86,9 @@ testing::AssertionResult SameConfig(const SW_Config &actual, const SW_Config &ex
     const std::vector<uint8_t> actualBytes = bytes_of(actual);
     const std::vector<uint8_t> expectedBytes = bytes_of(expected);
     for (size_t at = 0; at < sizeof actual; at++) {
-        if (actualBytes[at] == expectedBytes[at])
+        if (actualBytes[at] == expectedBytes[at]) {
             continue;
+        }
         return testing::AssertionFailure() << "byte " << at << " is " << int{actualBytes[at]}
                                            << ", expected " << int{expectedBytes[at]};
     }
@@ -93,8 +97,9 @@ testing::AssertionResult SameConfig(const SW_Config &actual, const SW_Config &ex
 
 void SetTags(SW_Config &config, int port, int first, int last, uint8_t tag)
 {
-    for (int vid = first; vid <= last; vid++)
+    for (int vid = first; vid <= last; vid++) {
         config.vlans[vid].vtu.memberTagP[CHIP_PORTS[port]] = tag;
+    }
 }
 
 void SetList(SW_Config &config, int port, const char *text)
@@ -117,8 +122,9 @@ void SetAccessPort(SW_Config &config, int port, const char *list)
 {
     const int vid = config.ports[port].vid;
     SetTags(config, port, 0, 4095, 1);
-    if (vid <= 4095)
+    if (vid <= 4095) {
         SetTags(config, port, vid, vid, 2);
+    }
     config.ports[port].dot1qMode = 3;
     config.ports[port].discardTagged = 1;
     config.ports[port].egressMode = 0;

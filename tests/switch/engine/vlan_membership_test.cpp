@@ -31,10 +31,12 @@ protected:
     /* VLANs 5, 10, 11, 12 and 4095 exist, and entry 0 claims to. */
     TrunkMembership()
     {
-        for (SW_Vlan_Entry &entry : host.running().vlans)
+        for (SW_Vlan_Entry &entry : host.running().vlans) {
             entry.defined = 0;
-        for (const int vid : {0, 5, 10, 11, 12, 4095})
+        }
+        for (const int vid : {0, 5, 10, 11, 12, 4095}) {
             host.running().vlans[vid].defined = 1;
+        }
     }
 
     void expect_membership(bool print, const std::string &printed)
@@ -43,8 +45,9 @@ protected:
             SCOPED_TRACE(port);
             const auto expected = host.copy_of_running();
             SetTags(*expected, port, 0, 4095, 1);
-            for (const int vid : GetParam().tagged)
+            for (const int vid : GetParam().tagged) {
                 SetTags(*expected, port, vid, vid, 3);
+            }
             Output_Capture capture;
             SW_Set_Trunk_Membership(host.control(), port, GetParam().vids, print);
             EXPECT_EQ(capture.finish(), printed);
@@ -87,8 +90,9 @@ TEST(TrunkMembershipPort, OutsideTheBoardDoesNothing)
     Vlan_Host host;
     const auto before = host.copy_of_running();
     Output_Capture capture;
-    for (const int port : {-1, 5, INT_MIN, INT_MAX})
+    for (const int port : {-1, 5, INT_MIN, INT_MAX}) {
         SW_Set_Trunk_Membership(host.control(), port, vids, true);
+    }
     EXPECT_EQ(capture.finish(), "");
     EXPECT_TRUE(SameConfig(host.running(), *before));
 }

@@ -124,18 +124,21 @@ TEST_P(TrunkModeApplication, MakesThePortATaggedMemberOfAllListedVlans)
         for (const uint8_t defined : std::initializer_list<uint8_t>{0, 1}) {
             SCOPED_TRACE(std::to_string(port) + (defined != 0 ? ", VLANs exist" : ", no VLANs"));
             host.set_untouched();
-            for (SW_Vlan_Entry &entry : host.running().vlans)
+            for (SW_Vlan_Entry &entry : host.running().vlans) {
                 entry.defined = defined;
+            }
             host.running().vlanPortType[port] = 3;
             host.running().ports[port].vid = row.vid;
             host.running().ports[port].egressMode = row.egressMode;
             SetList(host.running(), port, row.list);
             const auto expected = host.copy_of_running();
             SetTags(*expected, port, 0, 4095, 1);
-            for (const Vid_Run &run : row.tagged)
+            for (const Vid_Run &run : row.tagged) {
                 SetTags(*expected, port, run.first, run.last, 3);
-            if (row.nativeTag != 0)
+            }
+            if (row.nativeTag != 0) {
                 SetTags(*expected, port, row.vid, row.vid, static_cast<uint8_t>(row.nativeTag));
+            }
             expected->ports[port].dot1qMode = 2;
             expected->ports[port].discardTagged = 0;
             expected->ports[port].egressMode = row.egressModeAfter;
@@ -183,8 +186,9 @@ TEST(TrunkModeApplication, TakesAListOfNinetyNineCharacters)
     const auto expected = host.copy_of_running();
     SetTags(*expected, 3, 0, 4095, 1);
     SetTags(*expected, 3, 1, 9, 3);
-    for (int vid = 11; vid <= 67; vid += 2)
+    for (int vid = 11; vid <= 67; vid += 2) {
         SetTags(*expected, 3, vid, vid, 3);
+    }
     SetTags(*expected, 3, 101, 101, 3);
     SetTags(*expected, 3, 4094, 4094, 3);
     SetTags(*expected, 3, 10, 10, 2);
@@ -278,8 +282,9 @@ TEST(ModeApplication, OfAPortOutsideTheBoardDoesNothing)
     Vlan_Host host;
     /* The words around the port types: the last range text and the first word of the area behind.
      */
-    for (uint32_t &type : host.running().vlanPortType)
+    for (uint32_t &type : host.running().vlanPortType) {
         type = 2;
+    }
     for (const int port : {-1, 5, 6, INT_MIN, INT_MAX}) {
         SCOPED_TRACE(port);
         expect_applied(host, port, true, *host.copy_of_running(), "");
@@ -337,8 +342,9 @@ TEST(ModesApplication, GivesPortsBackTheirMembershipInNewVlans)
         EXPECT_EQ(entry.vtu.memberTagP[CHIP_PORTS[1]], vid == 10 ? 2 : 1);
         const int trunkTag = vid >= 10 && vid <= 20 ? 3 : 1;
         EXPECT_EQ(entry.vtu.memberTagP[CHIP_PORTS[2]], vid == 1 ? 2 : trunkTag);
-        for (const int port : {0, 3, 4})
+        for (const int port : {0, 3, 4}) {
             EXPECT_EQ(entry.vtu.memberTagP[CHIP_PORTS[port]], 1);
+        }
     }
 }
 

@@ -246,8 +246,9 @@ INSTANTIATE_TEST_SUITE_P(Vids, RefusedVid, testing::ValuesIn(REFUSED_ROWS),
 TEST(VidInRange, IsSilentForEveryVidThatHasAnEntry)
 {
     Output_Capture capture;
-    for (const uint16_t vid : std::initializer_list<uint16_t>{0, 1, 2, 4094, 4095})
+    for (const uint16_t vid : std::initializer_list<uint16_t>{0, 1, 2, 4094, 4095}) {
         EXPECT_TRUE(SW_Vid_In_Range(vid)) << vid;
+    }
     EXPECT_EQ(capture.finish(), "");
 }
 

@@ -27,8 +27,9 @@ void define(SW_Config &config, int first, int last)
 {
     for (int vid = first; vid <= last; vid++) {
         config.vlans[vid].defined = 1;
-        for (int port = 0; port < 5; port++)
+        for (int port = 0; port < 5; port++) {
             SetTags(config, port, vid, vid, 1);
+        }
     }
 }
 

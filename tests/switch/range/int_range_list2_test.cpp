@@ -153,8 +153,9 @@ TEST(IntRangeToIntList2Bytes, EveryOtherByteIsShownAsItIsInEveryState)
     Output_Capture output;
     for (int byte = 1; byte < 256; ++byte) {
         const std::string character(1, static_cast<char>(byte));
-        if (others_end.find(character) != std::string::npos)
+        if (others_end.find(character) != std::string::npos) {
             continue;
+        }
         for (const char *before : {"", "7,", "7", "7-", "7-8"}) {
             const std::string text = before + character;
             any_accepted |=
@@ -177,8 +178,9 @@ TEST(IntRangeToIntList2Growth, ALineOf999CharactersGivesAllItsValues)
     ASSERT_TRUE(Int_Range_To_Int_List2(text.c_str(), nullptr, true, values, count, 1, 4095));
     ASSERT_EQ(count, 142 * 4095 + 100);
     ASSERT_EQ(values.size(), static_cast<size_t>(count));
-    for (size_t i = 0; i < values.size(); ++i)
+    for (size_t i = 0; i < values.size(); ++i) {
         ASSERT_EQ(values[i], static_cast<int32_t>(i % 4095) + 1) << i;
+    }
 }
 
 TEST(IntRangeToIntList2Growth, TheListIsReplacedNotExtended)
@@ -207,10 +209,12 @@ std::string random_list(std::mt19937 &random)
     for (int items = 1 + below(6, random); items > 0; --items) {
         const int first = below(5, random) == 0 ? below(5000, random) : below(40, random);
         text += std::to_string(first);
-        if (below(2, random) == 0)
+        if (below(2, random) == 0) {
             text.append("-").append(std::to_string(first + below(30, random)));
-        if (items > 1)
+        }
+        if (items > 1) {
             text += ',';
+        }
     }
     return text;
 }
@@ -221,16 +225,19 @@ std::string random_text(std::mt19937 &random)
 {
     std::string text;
     if (below(3, random) == 0) {
-        for (int length = below(12, random); length > 0; --length)
+        for (int length = below(12, random); length > 0; --length) {
             text += random_character(random);
+        }
         return text;
     }
     text = random_list(random);
-    if (below(3, random) == 0)
+    if (below(3, random) == 0) {
         text[static_cast<size_t>(below(static_cast<int>(text.size()), random))] =
             random_character(random);
-    if (below(20, random) == 0)
+    }
+    if (below(20, random) == 0) {
         text.append(times(below(12, random), "4"));
+    }
     return text;
 }
 
@@ -241,8 +248,9 @@ Plain_Result product_list2(const std::string &text, int32_t min, int32_t max)
     int32_t count = 0;
     result.accepted =
         Int_Range_To_Int_List2(text.c_str(), nullptr, false, result.values, count, min, max);
-    if (static_cast<size_t>(count) != result.values.size())
+    if (static_cast<size_t>(count) != result.values.size()) {
         result.values.assign(1, count);
+    }
     return result;
 }
 
@@ -262,8 +270,9 @@ TEST(IntRangeToIntList2Random, AgreesWithTheStateTableWalkedCharacterByCharacter
         expected += text + ":" + plain.line;
         printf("%s:", text.c_str());
         const Plain_Result product = product_list2(text, min, max);
-        if (product.accepted != plain.accepted || product.values != plain.values)
+        if (product.accepted != plain.accepted || product.values != plain.values) {
             different.push_back(text);
+        }
         accepted += plain.accepted ? 1 : 0;
     }
     EXPECT_EQ(output.finish(), expected);

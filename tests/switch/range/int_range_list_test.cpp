@@ -132,8 +132,9 @@ TEST(IntRangeToIntListGrowth, ALineOf999CharactersGivesAllItsValues)
     ASSERT_TRUE(Int_Range_To_Int_List(text.c_str(), nullptr, true, values, count, 0, 4));
     ASSERT_EQ(count, 333 * 5);
     ASSERT_EQ(values.size(), static_cast<size_t>(count));
-    for (size_t i = 0; i < values.size(); ++i)
+    for (size_t i = 0; i < values.size(); ++i) {
         ASSERT_EQ(values[i], static_cast<int32_t>(i % 5)) << i;
+    }
 }
 
 /* Every pair of characters behind "1": nothing is read past the end, whatever stands there. */

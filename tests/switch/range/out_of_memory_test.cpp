@@ -56,8 +56,9 @@ bool parse_with(int allowed, const Parse_Row &row)
 TEST_P(OutOfMemory, AtEveryAllocationIsAFailureThatChangesNothing)
 {
     int allowed = 0;
-    while (allowed < 1000 && !parse_with(allowed, GetParam()))
+    while (allowed < 1000 && !parse_with(allowed, GetParam())) {
         ++allowed;
+    }
     EXPECT_GT(allowed, 0);
     EXPECT_LT(allowed, 1000);
 }

@@ -35,8 +35,9 @@ inline std::string range_row_name(const testing::TestParamInfo<Range_Row> &row)
 inline std::vector<int32_t> run(int32_t first, int32_t last)
 {
     std::vector<int32_t> values;
-    for (int32_t value = first; value <= last; ++value)
+    for (int32_t value = first; value <= last; ++value) {
         values.push_back(value);
+    }
     return values;
 }
 
@@ -50,8 +51,9 @@ inline std::vector<int32_t> operator+(std::vector<int32_t> left, const std::vect
 inline std::string times(int count, const std::string &text)
 {
     std::string all;
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         all += text;
+    }
     return all;
 }
 

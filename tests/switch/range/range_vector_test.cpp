@@ -184,8 +184,9 @@ TEST(RangeStrToVectorBytes, EveryOtherByteIsRefusedByTheFirstStage)
     Output_Capture output;
     for (int byte = 1; byte < 256; ++byte) {
         const std::string character(1, static_cast<char>(byte));
-        if (good.find(character) != std::string::npos)
+        if (good.find(character) != std::string::npos) {
             continue;
+        }
         for (const std::string &text : {character, "1" + character, "1," + character + "2"}) {
             any_accepted |= Range_Str_To_Vector(text.c_str(), values, 1, 4095, true);
             expected += lexems_line();
@@ -212,10 +213,11 @@ std::string shown(const Lexems &lexems)
     std::string text;
     for (const Range_Lexem &lexem : lexems) {
         text += '[';
-        if (lexem.kind == Range_Lexem_NUMBER)
+        if (lexem.kind == Range_Lexem_NUMBER) {
             text += std::to_string(lexem.value);
-        else
+        } else {
             text += lexem.kind == Range_Lexem_COMMA ? ',' : '-';
+        }
         text += ']';
     }
     return text;

@@ -16,8 +16,9 @@ using Parser = bool (*)(const char *text, char (*rangeText)[SW_RANGE_TEXT_SIZE],
 std::string list_of(size_t characters)
 {
     std::string text = "1";
-    while (text.size() < characters)
+    while (text.size() < characters) {
         text += ",1";
+    }
     return text;
 }
 

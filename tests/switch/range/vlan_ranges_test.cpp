@@ -21,8 +21,9 @@ std::unique_ptr<SW_Config> config_with(const std::vector<int32_t> &vids)
 {
     auto config = std::make_unique<SW_Config>();
     ClearSwitchConfig(config.get());
-    for (const int32_t vid : vids)
+    for (const int32_t vid : vids) {
         config->vlans[vid].defined = 1;
+    }
     return config;
 }
 
@@ -41,10 +42,11 @@ Formatted formatted(size_t size, const Format &format)
     format(buffer.data());
     Formatted result{"", output.finish(), buffer.substr(size) == "########"};
     const size_t end = buffer.substr(0, size).find('\0');
-    if (end != std::string::npos)
+    if (end != std::string::npos) {
         result.text = buffer.substr(0, end);
-    else
+    } else {
         result.within = result.within && size == 0;
+    }
     return result;
 }
 
@@ -141,10 +143,12 @@ TEST(DefinedVlans, LongListIsCutToTheBufferOfARangeText)
 {
     std::vector<int32_t> vids;
     std::string whole = "1";
-    for (int32_t vid = 1; vid <= 4095; vid += 2)
+    for (int32_t vid = 1; vid <= 4095; vid += 2) {
         vids.push_back(vid);
-    for (int32_t vid = 3; vid <= 4095; vid += 2)
+    }
+    for (int32_t vid = 3; vid <= 4095; vid += 2) {
         whole.append(",").append(std::to_string(vid));
+    }
     const auto config = config_with(vids);
     EXPECT_EQ(defined_vlans(*config, SW_RANGE_TEXT_SIZE).text, whole.substr(0, 99));
     EXPECT_EQ(defined_vlans(*config, LARGE).text, whole);
@@ -211,12 +215,14 @@ TEST(PortVlans, AreEachPortsOwn)
 {
     const auto config = config_with(run(20, 20 + VLAN_ENTRY_PORTS - 1));
     for (int port = 0; port < VLAN_ENTRY_PORTS; ++port) {
-        for (SW_Vlan_Entry &entry : config->vlans)
+        for (SW_Vlan_Entry &entry : config->vlans) {
             entry.vtu.memberTagP[port] = NOT_A_MEMBER;
+        }
         config->vlans[20 + port].vtu.memberTagP[port] = UNTAGGED;
     }
-    for (int port = 0; port < VLAN_ENTRY_PORTS; ++port)
+    for (int port = 0; port < VLAN_ENTRY_PORTS; ++port) {
         EXPECT_EQ(port_vlans(*config, port, LARGE).text, std::to_string(20 + port));
+    }
 }
 
 TEST(PortVlans, OfNoPortAreEmpty)
@@ -236,11 +242,13 @@ std::vector<int32_t> random_set(std::mt19937 &random)
     const double share = std::uniform_real_distribution<double>(0, 1)(random);
     std::vector<int32_t> vids;
     for (int32_t vid = 1; vid <= 4095; ++vid) {
-        if (std::bernoulli_distribution(share)(random))
+        if (std::bernoulli_distribution(share)(random)) {
             vids.push_back(vid);
+        }
     }
-    if (vids.empty())
+    if (vids.empty()) {
         vids.push_back(1);
+    }
     return vids;
 }
 
@@ -276,15 +284,18 @@ TEST(VlanRangesRandom, OfAPortComeBackAsTheDefinedOnesThatItIsIn)
         const auto port = static_cast<int>(random() % VLAN_ENTRY_PORTS);
         std::vector<int32_t> members;
         for (int32_t vid = 1; vid <= 4095; ++vid) {
-            for (uint8_t &tag : config->vlans[vid].vtu.memberTagP)
+            for (uint8_t &tag : config->vlans[vid].vtu.memberTagP) {
                 tag = static_cast<uint8_t>(random() % 4);
+            }
             if (config->vlans[vid].defined != 0 &&
-                config->vlans[vid].vtu.memberTagP[port] != NOT_A_MEMBER)
+                config->vlans[vid].vtu.memberTagP[port] != NOT_A_MEMBER) {
                 members.push_back(vid);
+            }
         }
         const std::string text = port_vlans(*config, port, LARGE).text;
-        if (!members.empty())
+        if (!members.empty()) {
             expect_read_back(text, members);
+        }
         const size_t size = 1 + random() % (text.size() + 2);
         const Formatted cut = port_vlans(*config, port, size);
         EXPECT_EQ(cut.text, text.substr(0, size - 1));
