@@ -9,6 +9,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <ostream>
 #include <string>
 #include <vector>
@@ -189,8 +190,10 @@ TEST_F(MdioSimulatorStart, NeedsTheKernelsCuse)
 TEST_F(MdioSimulatorStart, NeedsTheRightToServe)
 {
     root.write("/dev/cuse", "", 0000);
-    const Private_Root::Run run = root.run(
-        "/usr/bin/setpriv", {"--bounding-set=-dac_override,-dac_read_search", MDIO_SIMULATOR});
+    const std::string program = "/tmp/mdio_simulator"; /* found wherever the project lies */
+    std::filesystem::copy_file(MDIO_SIMULATOR, root.outside(program));
+    const Private_Root::Run run =
+        root.run("/usr/bin/setpriv", {"--bounding-set=-dac_override,-dac_read_search", program});
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(run.status, STATUS_1);
     EXPECT_EQ(run.output, "mdio_simulator: /dev/cuse: Permission denied\n"
