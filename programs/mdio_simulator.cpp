@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace
@@ -239,18 +240,26 @@ void print_registers(FILE *file)
     Sim_Dump(server.device.chip, file);
 }
 
-/* Under another name first: whoever finds the file finds it whole. */
+/* Of a device or a pipe, which a rename would replace. */
+bool is_no_file(const char *path)
+{
+    struct stat facts;
+    return stat(path, &facts) == 0 && !S_ISREG(facts.st_mode);
+}
+
+/* A file under another name first: whoever finds it finds it whole. */
 bool write_report(const char *path, void (*print)(FILE *file))
 {
     char newPath[PATH_SIZE];
-    snprintf(newPath, sizeof newPath, "%s.new", path);
+    const bool direct = is_no_file(path);
+    snprintf(newPath, sizeof newPath, "%s%s", path, direct ? "" : ".new");
     FILE *file = fopen(newPath, "we");
     if (file == nullptr) {
         return complain(newPath);
     }
     print(file);
     const bool whole = ferror(file) == 0;
-    return (fclose(file) == 0 && whole && rename(newPath, path) == 0) || complain(path);
+    return (fclose(file) == 0 && whole && (direct || rename(newPath, path) == 0)) || complain(path);
 }
 
 bool write_reports(const Options &options)

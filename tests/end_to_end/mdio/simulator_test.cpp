@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <ostream>
 #include <string>
+#include <unistd.h>
 #include <vector>
 
 namespace
@@ -224,6 +225,19 @@ TEST_F(MdioSimulatorStart, EndsWithItsReportsWhenTheKernelIsLost)
     EXPECT_EQ(root.read("/tmp/counters"), "opens 0\nrequests 0\nfailed 0\ncloses 0\nmost open 0\n");
     const std::string registers = root.read("/tmp/registers");
     EXPECT_EQ(registers.substr(0, 51), "chip 060 1\nregister 00 00 3100\nregister 00 01 786d\n");
+}
+
+TEST_F(MdioSimulatorStart, WritesAReportIntoAPipeOrADeviceAndLeavesItInPlace)
+{
+    root.write("/dev/cuse", "");
+    ASSERT_EQ(symlink("/proc/self/fd/1", root.outside("/dev/pipe").c_str()), 0);
+    const Private_Root::Run run =
+        root.run(MDIO_SIMULATOR, {"--counters", "/dev/pipe", "--registers", "/dev/null"});
+    SKIP_IF_REFUSED(run);
+    EXPECT_EQ(run.status, STATUS_1);
+    EXPECT_EQ(run.output, "short read on fuse device\n"
+                          "mdio_simulator: /dev/mdio: Input/output error\n"
+                          "opens 0\nrequests 0\nfailed 0\ncloses 0\nmost open 0\n");
 }
 
 TEST_F(MdioSimulatorStart, TellsOfReportsThatCannotBeWritten)
