@@ -1,5 +1,6 @@
 /* Serves the device /dev/mdio with the simulated switch chip behind it. */
 
+#include "programs/arguments.h"
 #include "simulator/cuse.h"
 #include "simulator/dump.h"
 #include "simulator/fault_text.h"
@@ -19,14 +20,14 @@ namespace
 {
 
 constexpr int FAILED = 1;
-constexpr int BAD_USAGE = 2;
 constexpr uint32_t HIGHEST_ADDRESS = 31;
 constexpr uint32_t HIGHEST_IDENTIFIER = 0xFFF;
 constexpr size_t MOST_NAME = 99;
 constexpr size_t PATH_SIZE = 4096;
 constexpr const char *CUSE = "/dev/cuse";
 
-constexpr const char *USAGE =
+constexpr Program PROGRAM = {
+    "mdio_simulator",
     "usage: mdio_simulator [--name NAME] [--chip CHIP] [--direct ADDRESS | --indirect ADDRESS]\n"
     "                      [--fault FAULT]... [--vanish N]\n"
     "                      [--trace FILE] [--counters FILE] [--registers FILE]\n"
@@ -51,13 +52,12 @@ constexpr const char *USAGE =
     "  --counters FILE     write the numbers of opens, requests, failures and closes\n"
     "  --registers FILE    write the chip's registers and its VLAN table\n"
     "  --help              print this text\n"
+    "  --version           print the version\n"
     "\n"
     "Numbers are decimal, or hexadecimal after 0x. Counters and registers are written at the end\n"
-    "and on SIGUSR1.\n";
+    "and on SIGUSR1.\n"};
 
 struct Options {
-    bool help;
-    bool chips;
     const char *name;
     const Sim_Chip_Row *chip;
     Sim_Placement placement;
@@ -69,142 +69,68 @@ struct Options {
     const char *registersFile;
 };
 
-bool take_name(Options *options, const char *text)
+Taken take_name(Options *options, const char *text)
 {
     options->name = text;
-    return *text != '\0' && strlen(text) <= MOST_NAME && strchr(text, '/') == nullptr &&
-           strcmp(text, ".") != 0 && strcmp(text, "..") != 0;
+    return TakenIf(*text != '\0' && strlen(text) <= MOST_NAME && strchr(text, '/') == nullptr &&
+                   strcmp(text, ".") != 0 && strcmp(text, "..") != 0);
 }
 
-bool take_chip(Options *options, const char *text)
+Taken take_chip(Options *options, const char *text)
 {
     uint32_t identifier = 0;
     if (!Sim_Number_Of_Text(text, HIGHEST_IDENTIFIER, &identifier)) {
-        return false;
+        return Taken::NO;
     }
     for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
         if (row.identifier == identifier) {
             options->chip = &row;
-            return true;
+            return Taken::YES;
         }
     }
-    return false;
+    return Taken::NO;
 }
 
-bool take_placement(Options *options, Sim_Access_Mode mode, const char *text)
+Taken take_placement(Options *options, Sim_Access_Mode mode, const char *text)
 {
     uint32_t address = 0;
     if (!Sim_Number_Of_Text(text, HIGHEST_ADDRESS, &address)) {
-        return false;
+        return Taken::NO;
     }
     options->placement = {mode, static_cast<uint8_t>(address)};
-    return true;
+    return Taken::YES;
 }
 
-bool take_direct(Options *options, const char *text)
+Taken take_direct(Options *options, const char *text)
 {
     return take_placement(options, SIM_DIRECT, text);
 }
 
-bool take_indirect(Options *options, const char *text)
+Taken take_indirect(Options *options, const char *text)
 {
     return take_placement(options, SIM_INDIRECT, text);
 }
 
 /* Tried on a plan of no device: only such faults are taken that the device's plan will take. */
-bool take_fault(Options *options, const char *text)
+Taken take_fault(Options *options, const char *text)
 {
     Sim_Faults plan = {};
     Sim_Fault fault = {};
     if (options->faultCount == SIM_FAULTS || !Sim_Fault_Of_Text(text, &fault) ||
         !Sim_Faults_Add(&plan, fault)) {
-        return false;
+        return Taken::NO;
     }
     options->faults[options->faultCount++] = fault;
-    return true;
+    return Taken::YES;
 }
 
-bool take_vanish(Options *options, const char *text)
+Taken take_vanish(Options *options, const char *text)
 {
-    return Sim_Number_Of_Text(text, UINT32_MAX, &options->lastRequest) && options->lastRequest > 0;
+    return TakenIf(Sim_Number_Of_Text(text, UINT32_MAX, &options->lastRequest) &&
+                   options->lastRequest > 0);
 }
 
-bool take_trace(Options *options, const char *text)
-{
-    options->traceFile = text;
-    return true;
-}
-
-bool take_counters(Options *options, const char *text)
-{
-    options->countersFile = text;
-    return true;
-}
-
-bool take_registers(Options *options, const char *text)
-{
-    options->registersFile = text;
-    return true;
-}
-
-constexpr struct Valued_Option {
-    const char *name;
-    const char *value; /* what it must be */
-    bool (*take)(Options *options, const char *text);
-} VALUED_OPTIONS[] = {
-    {"--name", "a name below /dev", take_name},
-    {"--chip", "a chip of the list", take_chip},
-    {"--direct", "an SMI address from 0 to 31", take_direct},
-    {"--indirect", "an SMI address from 0 to 31", take_indirect},
-    {"--fault", "a fault that can be planned, one of 8", take_fault},
-    {"--vanish", "a number of requests from 1", take_vanish},
-    {"--trace", "the path of a file", take_trace},
-    {"--counters", "the path of a file", take_counters},
-    {"--registers", "the path of a file", take_registers},
-};
-
-bool refuse(const char *message, const char *subject)
-{
-    fprintf(stderr, "mdio_simulator: %s%s\n%s", message, subject, USAGE);
-    return false;
-}
-
-bool refuse_value(const Valued_Option &option, const char *text)
-{
-    fprintf(stderr, "mdio_simulator: %s needs %s%s%s\n%s", option.name, option.value,
-            text == nullptr ? "" : ": ", text == nullptr ? "" : text, USAGE);
-    return false;
-}
-
-/* An option with its value, and moves on to the value. On false the reason has been printed. */
-bool read_valued_option(const char *const **argument, Options *options)
-{
-    for (const Valued_Option &option : VALUED_OPTIONS) {
-        if (strcmp(**argument, option.name) == 0) {
-            const char *text = *++*argument;
-            return (text != nullptr && option.take(options, text)) || refuse_value(option, text);
-        }
-    }
-    return refuse(***argument == '-' ? "unknown option: " : "not an option: ", **argument);
-}
-
-/* Options up to --help or --chips, or all of them. On false the reason has been printed. */
-bool read_arguments(const char *const *argument, Options *options)
-{
-    for (++argument; *argument != nullptr; ++argument) {
-        options->help = strcmp(*argument, "--help") == 0;
-        options->chips = strcmp(*argument, "--chips") == 0;
-        if (options->help || options->chips) {
-            return true;
-        }
-        if (!read_valued_option(&argument, options)) {
-            return false;
-        }
-    }
-    return true;
-}
-
-void list_chips()
+Taken list_chips(Options * /*options*/, const char * /*value*/)
 {
     constexpr const char *LAYOUTS[] = {"newer", "older, group A", "older, group B"};
     for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
@@ -212,7 +138,21 @@ void list_chips()
                static_cast<unsigned>(row.validPorts), static_cast<unsigned>(row.phyPorts),
                LAYOUTS[row.layout], &row == &Sim_Board_Chip() ? ", the board's" : "");
     }
+    return Taken::ANSWERED;
 }
+
+constexpr Option_Row<Options> OPTIONS[] = {
+    {"name", "a name below /dev", take_name},
+    {"chip", "a chip of the list", take_chip},
+    {"chips", nullptr, list_chips},
+    {"direct", "an SMI address from 0 to 31", take_direct},
+    {"indirect", "an SMI address from 0 to 31", take_indirect},
+    {"fault", "a fault that can be planned, one of 8", take_fault},
+    {"vanish", "a number of requests from 1", take_vanish},
+    {"trace", "the path of a file", SetText<Options, &Options::traceFile>},
+    {"counters", "the path of a file", SetText<Options, &Options::countersFile>},
+    {"registers", "the path of a file", SetText<Options, &Options::registersFile>},
+};
 
 /* All that is served; it lives as long as the program. */
 struct Server {
@@ -396,22 +336,16 @@ bool run(const Options &options)
 
 } // namespace
 
-int main(int, char **arguments)
+int main(int count, char **arguments)
 {
     Options options = {};
     options.name = "mdio";
     options.chip = &Sim_Board_Chip();
     options.placement = {SIM_DIRECT, 16};
-    if (!read_arguments(arguments, &options)) {
-        return BAD_USAGE;
-    }
-    if (options.help) {
-        fputs(USAGE, stdout);
-        return 0;
-    }
-    if (options.chips) {
-        list_chips();
-        return 0;
+    const int status = ReadArguments<Options>(PROGRAM, OPTIONS, nullptr,
+                                              {arguments, static_cast<size_t>(count)}, &options);
+    if (status != GO_ON) {
+        return status;
     }
     return run(options) ? 0 : FAILED;
 }

@@ -1,5 +1,6 @@
 /* Hosts the switch console on standard input and output. */
 
+#include "programs/arguments.h"
 #include "simulator/seam.h"
 #include "simulator/trace.h"
 #include "switch/console/main_menu.h"
@@ -13,10 +14,10 @@
 namespace
 {
 
-constexpr int BAD_USAGE = 2;
 constexpr const char *DEVICE_NODE = "/dev/mdio";
 
-constexpr const char *USAGE =
+constexpr Program PROGRAM = {
+    "switch_console",
     "usage: switch_console [--vlan] [--load] [--simulate] [--trace FILE] STARTUP_FILE\n"
     "\n"
     "Runs the switch console on standard input and output until its menu is left.\n"
@@ -26,11 +27,11 @@ constexpr const char *USAGE =
     "  --simulate    use a simulated chip in place of the device /dev/mdio\n"
     "  --trace FILE  write a line for each register access: R or W, SMI address, register, value\n"
     "  --help        print this text\n"
+    "  --version     print the version\n"
     "\n"
-    "STARTUP_FILE is what the console loads from and saves to.\n";
+    "STARTUP_FILE is what the console loads from and saves to.\n"};
 
 struct Options {
-    bool help;
     bool vlan;
     bool load;
     bool simulate;
@@ -38,60 +39,23 @@ struct Options {
     const char *startupFile;
 };
 
-bool refuse(const char *message, const char *subject)
-{
-    fprintf(stderr, "switch_console: %s%s\n%s", message, subject, USAGE);
-    return false;
-}
+constexpr Option_Row<Options> OPTIONS[] = {
+    {"vlan", nullptr, SetFlag<Options, &Options::vlan>},
+    {"load", nullptr, SetFlag<Options, &Options::load>},
+    {"simulate", nullptr, SetFlag<Options, &Options::simulate>},
+    {"trace", "the path of a file", SetText<Options, &Options::traceFile>},
+};
 
-bool take_startup_file(Options *options, const char *path)
+const char *take_startup_file(Options *options, const char *path)
 {
     if (options->startupFile != nullptr) {
-        return refuse("more than one startup file: ", path);
+        return "more than one startup file: ";
     }
     if (*path == '\0') {
-        return refuse("the startup file's path is empty", "");
+        return "the startup file's path is empty";
     }
     options->startupFile = path;
-    return true;
-}
-
-/* The flag that an option sets; null for any other text. */
-bool *flag_of(Options *options, const char *text)
-{
-    const struct {
-        const char *name;
-        bool *flag;
-    } flags[] = {{"--help", &options->help},
-                 {"--vlan", &options->vlan},
-                 {"--load", &options->load},
-                 {"--simulate", &options->simulate}};
-    for (const auto &known : flags) {
-        if (strcmp(text, known.name) == 0) {
-            return known.flag;
-        }
-    }
     return nullptr;
-}
-
-/* Options up to --help, or all of them and the file. On false the reason has been printed. */
-bool read_arguments(const char *const *argument, Options *options)
-{
-    for (++argument; *argument != nullptr && !options->help; ++argument) {
-        if (bool *flag = flag_of(options, *argument)) {
-            *flag = true;
-        } else if (strcmp(*argument, "--trace") == 0) {
-            options->traceFile = *++argument;
-            if (options->traceFile == nullptr) {
-                return refuse("--trace needs the path of a file", "");
-            }
-        } else if (**argument == '-') {
-            return refuse("unknown option: ", *argument);
-        } else if (!take_startup_file(options, *argument)) {
-            return false;
-        }
-    }
-    return options->help || options->startupFile != nullptr || refuse("no startup file", "");
 }
 
 /* All that the console works on; it lives as long as the program. */
@@ -154,15 +118,16 @@ void run_menu(const Options &options)
 
 } // namespace
 
-int main(int, char **arguments)
+int main(int count, char **arguments)
 {
     Options options{};
-    if (!read_arguments(arguments, &options)) {
-        return BAD_USAGE;
+    const int status = ReadArguments<Options>(PROGRAM, OPTIONS, take_startup_file,
+                                              {arguments, static_cast<size_t>(count)}, &options);
+    if (status != GO_ON) {
+        return status;
     }
-    if (options.help) {
-        fputs(USAGE, stdout);
-        return 0;
+    if (options.startupFile == nullptr) {
+        return RefuseUsage(PROGRAM, "no startup file");
     }
     keep_no_large_blocks();
     if (!prepare_seam(options)) {

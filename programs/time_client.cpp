@@ -3,6 +3,7 @@
 #include "launcher/daemon.h"
 #include "ntp/client.h"
 #include "ntp/dry_run.h"
+#include "programs/arguments.h"
 
 #include <csignal>
 #include <cstdio>
@@ -12,9 +13,8 @@
 namespace
 {
 
-constexpr int BAD_USAGE = 2;
-
-constexpr const char *USAGE =
+constexpr Program PROGRAM = {
+    "time_client",
     "usage: time_client [--once] [--dry-run] [--daemon ID_FILE] SERVER\n"
     "\n"
     "Sets the clock from an NTP server: soon after the start while the clock shows 1970, and "
@@ -25,61 +25,37 @@ constexpr const char *USAGE =
     "  --dry-run         report the time that the clock would be set to, and leave it alone\n"
     "  --daemon ID_FILE  detach first, and write the daemon's process id into the file\n"
     "  --help            print this text\n"
+    "  --version         print the version\n"
     "\n"
-    "SERVER is a host name or an IPv4 address, of 19 characters at most.\n";
+    "SERVER is a host name or an IPv4 address, of 19 characters at most.\n"};
 
 struct Options {
-    bool help;
     bool once;
     bool dryRun;
     const char *idFile;
     const char *server;
 };
 
-bool refuse(const char *message, const char *subject)
-{
-    fprintf(stderr, "time_client: %s%s\n%s", message, subject, USAGE);
-    return false;
-}
+constexpr Option_Row<Options> OPTIONS[] = {
+    {"once", nullptr, SetFlag<Options, &Options::once>},
+    {"dry-run", nullptr, SetFlag<Options, &Options::dryRun>},
+    {"daemon", "the path of an id file", SetText<Options, &Options::idFile>},
+};
 
-bool take_server(Options *options, const char *text)
+const char *take_server(Options *options, const char *text)
 {
     const size_t length = strlen(text);
     if (options->server) {
-        return refuse("more than one server: ", text);
+        return "more than one server: ";
     }
     if (length == 0) {
-        return refuse("the server is empty", "");
+        return "the server is empty";
     }
     if (length >= NTP_SERVER_SIZE) {
-        return refuse("a server of more than 19 characters: ", text);
+        return "a server of more than 19 characters: ";
     }
     options->server = text;
-    return true;
-}
-
-/* Options up to --help, or all of them and the server. On false the reason has been printed. */
-bool read_arguments(const char *const *argument, Options *options)
-{
-    for (++argument; *argument && !options->help; ++argument) {
-        if (strcmp(*argument, "--help") == 0) {
-            options->help = true;
-        } else if (strcmp(*argument, "--once") == 0) {
-            options->once = true;
-        } else if (strcmp(*argument, "--dry-run") == 0) {
-            options->dryRun = true;
-        } else if (strcmp(*argument, "--daemon") == 0) {
-            options->idFile = *++argument;
-            if (!options->idFile) {
-                return refuse("--daemon needs the path of an id file", "");
-            }
-        } else if (**argument == '-') {
-            return refuse("unknown option: ", *argument);
-        } else if (!take_server(options, *argument)) {
-            return false;
-        }
-    }
-    return options->help || options->server || refuse("no server", "");
+    return nullptr;
 }
 
 /* Held back in every thread from here on, until the main thread waits for them. */
@@ -134,15 +110,16 @@ int run(const Options &options)
 
 } // namespace
 
-int main(int, char **arguments)
+int main(int count, char **arguments)
 {
     Options options{};
-    if (!read_arguments(arguments, &options)) {
-        return BAD_USAGE;
+    const int status = ReadArguments<Options>(PROGRAM, OPTIONS, take_server,
+                                              {arguments, static_cast<size_t>(count)}, &options);
+    if (status != GO_ON) {
+        return status;
     }
-    if (options.help) {
-        fputs(USAGE, stdout);
-        return 0;
+    if (!options.server) {
+        return RefuseUsage(PROGRAM, "no server");
     }
     return run(options);
 }

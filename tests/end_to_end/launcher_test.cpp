@@ -194,6 +194,43 @@ constexpr Launch LAUNCHES[] = {
 INSTANTIATE_TEST_SUITE_P(Protocols, GatewayLaunch, testing::ValuesIn(LAUNCHES),
                          [](const auto &row) { return row.param.name; });
 
+TEST_F(GatewayLauncher, AQuestionAloneIsAnsweredAndStartsNothing)
+{
+    const std::pair<const char *, const char *> questions[] = {
+        {"--help", "usage: gateway_launcher\n"
+                   "\n"
+                   "Starts the protocol program that /tmp/config.xml selects, or raises the alarm "
+                   "when the file\n"
+                   "cannot be read. Exit status 0 when it was read, else 1.\n"
+                   "\n"
+                   "  --help     print this text\n"
+                   "  --version  print the version\n"
+                   "\n"
+                   "These two count when they stand alone; any other argument is not used.\n"},
+        {"--version", "gateway_launcher 0.1.0\n"}};
+    configure("<Active_protocol protocol=\"sip\"/>");
+    for (const auto &[question, answer] : questions) {
+        run = root.run(GATEWAY_LAUNCHER, {question});
+        SKIP_IF_REFUSED(run);
+        EXPECT_EQ(exit_status(), 0);
+        EXPECT_EQ(output(), answer);
+        EXPECT_EQ(started(), "");
+    }
+}
+
+TEST_F(GatewayLauncher, AnyOtherArgumentIsNotUsed)
+{
+    const std::vector<std::string> strays[] = {
+        {"--help", "--version"}, {"-h"}, {"--helpless"}, {""}, {"start"}};
+    for (const std::vector<std::string> &arguments : strays) {
+        run = root.run(GATEWAY_LAUNCHER, arguments);
+        SKIP_IF_REFUSED(run);
+        EXPECT_EQ(exit_status(), 1);
+        EXPECT_EQ(output(),
+                  "read_config:21\nFailed to open file\noutput of /root/gpio_set_value\n");
+    }
+}
+
 TEST_F(GatewayLauncher, WithoutAProtocolNothingIsStarted)
 {
     configure("<Telephony><Active_protocol protocol=\"sip\"/></Telephony>");

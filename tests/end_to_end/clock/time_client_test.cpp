@@ -42,6 +42,7 @@ const std::string USAGE =
     "  --dry-run         report the time that the clock would be set to, and leave it alone\n"
     "  --daemon ID_FILE  detach first, and write the daemon's process id into the file\n"
     "  --help            print this text\n"
+    "  --version         print the version\n"
     "\n"
     "SERVER is a host name or an IPv4 address, of 19 characters at most.\n";
 
@@ -104,6 +105,10 @@ const Usage USAGES[] = {
     {"CapitalOption", {"--ONCE", "a"}, "unknown option: --ONCE"},
     {"DaemonWithoutFile", {"--dry-run", "a", "--daemon"}, "--daemon needs the path of an id file"},
     {"ErrorBeforeHelp", {"--bad", "--help"}, "unknown option: --bad"},
+    {"HelpCutShort", {"--he"}, "unknown option: --he"},
+    {"LettersBehindADash", {"--once", "-xy", "a"}, "unknown option: -xy"},
+    {"OperandsBehindTwoDashes", {"--once", "--", "--once", "b"}, "more than one server: b"},
+    {"ShortenedOptionWithAValue", {"--daem", "id", "a"}, "unknown option: --daem"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, TimeClientUsage, testing::ValuesIn(USAGES),
@@ -118,6 +123,14 @@ TEST(TimeClient, PrintsItsUsageOnRequest)
         EXPECT_EQ(client.errors(), "");
         EXPECT_EQ(client.wait(), 0);
     }
+}
+
+TEST(TimeClient, PrintsItsVersionOnRequest)
+{
+    Child_Process client({TIME_CLIENT, "--version"});
+    EXPECT_EQ(client.output(), "time_client 0.1.0\n");
+    EXPECT_EQ(client.errors(), "");
+    EXPECT_EQ(client.wait(), 0);
 }
 
 /* A refused command line neither detaches nor leaves a file. */

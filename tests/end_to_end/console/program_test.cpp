@@ -29,6 +29,7 @@ constexpr const char *USAGE =
     "  --simulate    use a simulated chip in place of the device /dev/mdio\n"
     "  --trace FILE  write a line for each register access: R or W, SMI address, register, value\n"
     "  --help        print this text\n"
+    "  --version     print the version\n"
     "\n"
     "STARTUP_FILE is what the console loads from and saves to.\n";
 
@@ -37,6 +38,12 @@ TEST(SwitchConsole, HelpPrintsTheUsage)
     EXPECT_EQ(run_in_pipe({"--help"}, ""), (Program_Run{exit_status(0), USAGE, ""}));
     EXPECT_EQ(run_in_pipe({"--vlan", "--help", "--nonsense"}, ""),
               (Program_Run{exit_status(0), USAGE, ""}));
+}
+
+TEST(SwitchConsole, PrintsItsVersion)
+{
+    EXPECT_EQ(run_in_pipe({"--simulate", "--version"}, ""),
+              (Program_Run{exit_status(0), "switch_console 0.1.0\n", ""}));
 }
 
 struct Bad_Usage {
@@ -145,7 +152,7 @@ TEST_F(SwitchConsoleSession, StartsWithTheReadAndPrintFlagsSet)
 TEST_F(SwitchConsoleSession, TracesEveryAccessInALine)
 {
     const std::string trace = folder.path() + "/trace";
-    run_in_pipe({"--simulate", "--trace", trace, startup}, "1\n0\na\n0\n");
+    run_in_pipe({startup, "--trace=" + trace, "--simulate"}, "1\n0\na\n0\n");
     const std::string lines = folder.read("trace");
     const std::regex access("[RW] [0-9a-f]{2} [0-9a-f]{2} [0-9a-f]{4}");
     std::istringstream stream(lines);

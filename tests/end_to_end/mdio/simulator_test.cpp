@@ -43,6 +43,7 @@ constexpr const char *USAGE =
     "  --counters FILE     write the numbers of opens, requests, failures and closes\n"
     "  --registers FILE    write the chip's registers and its VLAN table\n"
     "  --help              print this text\n"
+    "  --version           print the version\n"
     "\n"
     "Numbers are decimal, or hexadecimal after 0x. Counters and registers are written at the end\n"
     "and on SIGUSR1.\n";
@@ -75,6 +76,11 @@ TEST(MdioSimulator, HelpPrintsTheUsage)
 {
     EXPECT_EQ(run({"--help"}), (Ended{0, USAGE, ""}));
     EXPECT_EQ(run({"--chip", "0x095", "--help", "--nonsense"}), (Ended{0, USAGE, ""}));
+}
+
+TEST(MdioSimulator, PrintsItsVersion)
+{
+    EXPECT_EQ(run({"--version"}), (Ended{0, "mdio_simulator 0.1.0\n", ""}));
 }
 
 TEST(MdioSimulator, ListsItsChips)
