@@ -88,6 +88,20 @@ int SW_Load_Config_And_Configure(SW_Control *control, const char *path)
     return SW_Load_Config(control, path, true);
 }
 
+void SW_Start_Configured(SW_Control *control, const char *path)
+{
+    SW_Config *running = control->running;
+    SW_Init_Quiet(control);
+    SetSwitchConfigDefaults(running);
+    SW_Load_Config_And_Configure(control, path);
+    SW_Rebuild_VTU(control, running->vlans, running->vlanEntryCount);
+    SetSwitchConfigDefaults(running);
+    if (!LoadSwitchConfigFile(path, running)) {
+        SetSwitchConfigDefaults(running);
+    }
+    *control->applied = *running;
+}
+
 void SW_Get_Config_State(SW_Control *control, bool *notApplied, bool *notSaved)
 {
     *notApplied = differs(control->running, control->applied);

@@ -45,6 +45,16 @@ int SW_Load_Config(SW_Control *control, const char *path, bool configure);
 int SW_Load_Config_And_Configure(SW_Control *control, const char *path);
 
 /*
+ * The start of a board whose chip is to hold the startup file: the quiet bring-up, then
+ * SW_Load_Config_And_Configure with its lines. The chip gets the VLAN table once more after it: the
+ * membership that the VLAN port modes give is in running only then. At last the file is loaded into
+ * running again, over the factory settings, which stay when it cannot be loaded, and applied is a
+ * copy: the modes' membership is no change of the operator's. Every write is attempted; each that
+ * fails has its line.
+ */
+void SW_Start_Configured(SW_Control *control, const char *path);
+
+/*
  * The two warnings of the main menus. *notApplied: running and applied differ in any byte.
  * *notSaved: the file at startupPath can be loaded and running differs in any byte from
  * startupImage, into which it is loaded. The image is not cleared first: a VLAN that was removed

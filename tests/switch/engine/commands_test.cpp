@@ -1,6 +1,8 @@
 #include "switch/engine/commands.h"
 
+#include "switch/chip/vlan_table.h"
 #include "switch/config/keywords.h"
+#include "switch/config/reader.h"
 #include "switch/engine/apply.h"
 #include "tests/support/startup_file.h"
 #include "tests/support/temporary_folder.h"
@@ -294,6 +296,104 @@ TEST_F(LoadAndConfigure, FailedWriteIsShownAndStillReturnsZero)
                                              "Switch: ...Add VTU Entry with Vlan ID 10 !Error:1\n"
                                              "Switch: Configure: Failed\n");
     EXPECT_EQ(result_, 0);
+}
+
+/* The start that also configures the chip. */
+class StartConfigured : public Commands
+{
+protected:
+    StartConfigured() { running_ = applied_ = defaults_; }
+
+    std::string start(const std::string &path)
+    {
+        return printed([&] { SW_Start_Configured(&control_, path.c_str()); });
+    }
+
+    std::string banners()
+    {
+        bool notApplied = true;
+        bool notSaved = true;
+        SW_Get_Config_State(&control_, &notApplied, &notSaved);
+        return std::string(notApplied ? "not applied " : "") + (notSaved ? "not saved" : "");
+    }
+
+    int tag_on_chip(uint16_t vid, int port)
+    {
+        Vlan_Table_Entry entry = {};
+        entry.vid = static_cast<uint16_t>(vid - 1);
+        EXPECT_EQ(swVtuGetNext(&device_, &entry), 0);
+        EXPECT_EQ(entry.vid, vid);
+        return entry.memberTagP[SW_Chip_Ports[port]];
+    }
+};
+
+/* The file's own tags say that LAN and WAN are in neither VLAN. */
+constexpr const char *MODES_FILE =
+    "[SW_COMMON]\nMAX_FRAME_SIZE = 1522\n"
+    "[SW_PORT1]\nVID = 10 VLAN_PORT_TYPE = ACCESS\n"
+    "[SW_PORT2]\nVID = 10 VLAN_PORT_TYPE = TRUNK\n"
+    "VLAN_PORT_LIST = \"20\"\n"
+    "[SW_VLAN10]\nVLAN_VID = 10 MEMBER_TAG_P0 = 1 MEMBER_TAG_P1 = 1\n"
+    "[SW_VLAN20]\nVLAN_VID = 20 MEMBER_TAG_P0 = 1 MEMBER_TAG_P1 = 1\n";
+
+TEST_F(StartConfigured, TheChipHoldsTheFileAndTheMembershipOfThePortModes)
+{
+    write_file(MODES_FILE);
+    EXPECT_EQ(start(path_), load_line("Ok") + "Switch: Configure: Ok\n");
+    EXPECT_EQ(chip_.global[4], 0);
+    EXPECT_EQ(chip_.ports[SW_Chip_Ports[1]][7], 10);
+    EXPECT_EQ(vlans_on_chip(), "10 20");
+    EXPECT_EQ(tag_on_chip(10, 1), SW_Member_Tag_UNTAGGED);
+    EXPECT_EQ(tag_on_chip(20, 1), SW_Member_Tag_NONE);
+    EXPECT_EQ(tag_on_chip(10, 2), SW_Member_Tag_UNTAGGED);
+    EXPECT_EQ(tag_on_chip(20, 2), SW_Member_Tag_TAGGED);
+}
+
+/* What the port modes have edited is taken back: running is what --load would have made of it. */
+TEST_F(StartConfigured, RunningIsTheFileOverTheFactorySettings)
+{
+    write_file(MODES_FILE);
+    running_.ports[4].vid = 77;
+    start(path_);
+    expected_ = defaults_;
+    ASSERT_TRUE(LoadSwitchConfigFile(path_.c_str(), &expected_));
+    EXPECT_TRUE(same(running_, expected_));
+    EXPECT_TRUE(applied_is_running());
+}
+
+TEST_F(StartConfigured, NoBannerShowsForAFileWithAllItsKeys)
+{
+    defaults_.ports[1].vid = 5;
+    write_file(StartupFileText(defaults_));
+    start(path_);
+    EXPECT_EQ(banners(), "");
+}
+
+TEST_F(StartConfigured, AFileThatCannotBeLoadedMeansTheFactorySettings)
+{
+    write_file(MODES_FILE);
+    start(path_);
+    write_file(BAD_ENTRY_FILE);
+    EXPECT_EQ(start(path_), BAD_ENTRY_LINE + load_line("Failed") +
+                                "Switch: Default settings usedSwitch: Configure: Ok\n" +
+                                BAD_ENTRY_LINE);
+    EXPECT_TRUE(same(running_, defaults_));
+    EXPECT_TRUE(applied_is_running());
+    EXPECT_EQ(chip_.global[4], 0x0400);
+    EXPECT_EQ(chip_.ports[SW_Chip_Ports[1]][7], 1);
+    EXPECT_EQ(vlans_on_chip(), "");
+}
+
+/* The PHY of LAN answers nobody. */
+TEST_F(StartConfigured, AWriteThatFailsStopsNothing)
+{
+    write_file(MODES_FILE);
+    ASSERT_TRUE(Sim_Faults_Add(&faults_, {SIM_FAULT_FAIL, 1, SIM_FOREVER, 1, SIM_ANY}));
+    EXPECT_EQ(start(path_), load_line("Ok") + "Switch: ...Set Port LAN Auto Mode! Error:1\n"
+                                              "Switch: Configure: Failed\n");
+    EXPECT_EQ(chip_.ports[SW_Chip_Ports[1]][7], 10);
+    EXPECT_EQ(tag_on_chip(20, 2), SW_Member_Tag_TAGGED);
+    EXPECT_TRUE(applied_is_running());
 }
 
 class Save : public Commands
