@@ -211,15 +211,9 @@ bool write_reports(const Options &options)
     return counted && dumped;
 }
 
-/* A line that was lost on the way counts too, whatever the last one's fate. */
 bool end_trace(const Options &options)
 {
-    if (server.trace == nullptr) {
-        return true;
-    }
-    const bool whole = ferror(server.trace) == 0;
-    errno = EIO; /* for lines lost before */
-    return (fclose(server.trace) == 0 && whole) || complain(options.traceFile);
+    return server.trace == nullptr || Sim_Trace_Close(server.trace) || complain(options.traceFile);
 }
 
 /* Held back from here on, and read where the calls are waited for. */
@@ -347,5 +341,6 @@ int main(int count, char **arguments)
     if (status != GO_ON) {
         return status;
     }
+    signal(SIGPIPE, SIG_IGN); /* clients are served, whoever reads the line or the trace */
     return run(options) ? 0 : FAILED;
 }

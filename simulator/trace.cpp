@@ -1,5 +1,7 @@
 #include "simulator/trace.h"
 
+#include <cerrno>
+
 namespace
 {
 
@@ -46,6 +48,13 @@ FILE *Sim_Trace_Open(const char *path)
         setvbuf(file, nullptr, _IOLBF, BUFSIZ);
     }
     return file;
+}
+
+bool Sim_Trace_Close(FILE *file)
+{
+    const bool whole = ferror(file) == 0;
+    errno = EIO;
+    return fclose(file) == 0 && whole;
 }
 
 bool Sim_Trace_Install(Sim_Trace *trace_layer, FILE *file)

@@ -18,6 +18,10 @@ void Sim_Trace_Line(const MDIO_Record &record, char (&line)[SIM_TRACE_LINE]);
  * Null when it cannot be opened; errno says why. */
 FILE *Sim_Trace_Open(const char *path);
 
+/* Closes the file. False, and errno says why, when any of its lines could not be written; of one
+ * that was lost before others were written, errno is EIO. */
+bool Sim_Trace_Close(FILE *file);
+
 /* Writes a line for each request, failed ones too. The file stays the caller's and open. */
 struct Sim_Trace {
     Sim_Layer layer;
