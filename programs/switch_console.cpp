@@ -4,11 +4,16 @@
 #include "simulator/seam.h"
 #include "simulator/trace.h"
 #include "switch/console/main_menu.h"
+#include "switch/engine/commands.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <malloc.h>
+#include <string>
+#include <system_error>
 #include <unistd.h>
 
 namespace
@@ -18,12 +23,16 @@ constexpr const char *DEVICE_NODE = "/dev/mdio";
 
 constexpr Program PROGRAM = {
     "switch_console",
-    "usage: switch_console [--vlan] [--load] [--simulate] [--trace FILE] STARTUP_FILE\n"
+    "usage: switch_console [--vlan] [--load | --configure] [--backup] [--simulate] [--trace FILE]\n"
+    "                      STARTUP_FILE\n"
     "\n"
     "Runs the switch console on standard input and output until its menu is left.\n"
     "\n"
     "  --vlan        show the menu for VLAN port modes in place of the full one\n"
-    "  --load        load the startup file first\n"
+    "  --load        load the startup file first, for a chip that was configured from it before\n"
+    "  --configure   load the startup file first and write it to the chip; the factory settings\n"
+    "                when it cannot be loaded\n"
+    "  --backup      keep the startup file as it is now as STARTUP_FILE.bak first\n"
     "  --simulate    use a simulated chip in place of the device /dev/mdio\n"
     "  --trace FILE  write a line for each register access: R or W, SMI address, register, value\n"
     "  --help        print this text\n"
@@ -34,6 +43,8 @@ constexpr Program PROGRAM = {
 struct Options {
     bool vlan;
     bool load;
+    bool configure;
+    bool backup;
     bool simulate;
     const char *traceFile;
     const char *startupFile;
@@ -42,6 +53,8 @@ struct Options {
 constexpr Option_Row<Options> OPTIONS[] = {
     {"vlan", nullptr, SetFlag<Options, &Options::vlan>},
     {"load", nullptr, SetFlag<Options, &Options::load>},
+    {"configure", nullptr, SetFlag<Options, &Options::configure>},
+    {"backup", nullptr, SetFlag<Options, &Options::backup>},
     {"simulate", nullptr, SetFlag<Options, &Options::simulate>},
     {"trace", "the path of a file", SetText<Options, &Options::traceFile>},
 };
@@ -80,6 +93,36 @@ void keep_no_large_blocks()
     mallopt(M_MMAP_THRESHOLD, LARGE);
 }
 
+bool complain(const std::string &subject, const char *reason)
+{
+    fprintf(stderr, "switch_console: %s: %s\n", subject.c_str(), reason);
+    return false;
+}
+
+/* Under another name first: a backup is whole, and the former one stays until then. */
+bool back_up(const char *path)
+{
+    namespace fs = std::filesystem;
+    const std::string backup = std::string(path) + ".bak";
+    const std::string unfinished = backup + ".new";
+    std::error_code error;
+    if (!fs::exists(path, error) && !error) {
+        return true;
+    }
+    if (!error) {
+        fs::copy_file(path, unfinished, fs::copy_options::overwrite_existing, error);
+    }
+    if (!error) {
+        fs::rename(unfinished, backup, error);
+    }
+    if (!error) {
+        return true;
+    }
+    std::error_code ignored;
+    fs::remove(unfinished, ignored);
+    return complain(backup, error.message().c_str());
+}
+
 /* The kernel device or the simulated chip, and the trace above it. */
 bool prepare_seam(const Options &options)
 {
@@ -87,15 +130,14 @@ bool prepare_seam(const Options &options)
         Sim_Chip_Init(&host.chip, Sim_Board_Chip(), {SIM_DIRECT, 16});
         Sim_Seam_Install(&host.seam, &host.chip);
     } else if (access(DEVICE_NODE, F_OK) != 0) {
-        fprintf(stderr, "switch_console: %s: %s\n", DEVICE_NODE, strerror(errno));
+        complain(DEVICE_NODE, strerror(errno));
     }
     if (options.traceFile == nullptr) {
         return true;
     }
     FILE *file = Sim_Trace_Open(options.traceFile);
     if (file == nullptr) {
-        fprintf(stderr, "switch_console: %s: %s\n", options.traceFile, strerror(errno));
-        return false;
+        return complain(options.traceFile, strerror(errno));
     }
     return Sim_Trace_Install(&host.trace, file);
 }
@@ -111,6 +153,9 @@ void run_menu(const Options &options)
                           .startupPath = options.startupFile,
                           .device = &host.device,
                           .sysConfig = &host.sysConfig};
+    if (options.configure) {
+        SW_Start_Configured(&control, options.startupFile);
+    }
     uint32_t forceExit = 0;
     const auto menu = options.vlan ? Vlan_Main_Menu : Main_Menu;
     menu(&control, options.startupFile, &forceExit, options.load);
@@ -129,10 +174,20 @@ int main(int count, char **arguments)
     if (options.startupFile == nullptr) {
         return RefuseUsage(PROGRAM, "no startup file");
     }
+    if (options.load && options.configure) {
+        return RefuseUsage(PROGRAM, "--configure loads the file: not with --load");
+    }
+    signal(SIGPIPE, SIG_IGN); /* what is typed is carried out, whoever still reads */
+    if (options.backup && !back_up(options.startupFile)) {
+        return 1;
+    }
     keep_no_large_blocks();
     if (!prepare_seam(options)) {
         return 1;
     }
     run_menu(options);
+    if (host.trace.file != nullptr && !Sim_Trace_Close(host.trace.file)) {
+        complain(options.traceFile, strerror(errno));
+    }
     return 0;
 }

@@ -14,18 +14,24 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 #include <vector>
 
 namespace
 {
 
 constexpr const char *USAGE =
-    "usage: switch_console [--vlan] [--load] [--simulate] [--trace FILE] STARTUP_FILE\n"
+    "usage: switch_console [--vlan] [--load | --configure] [--backup] [--simulate] [--trace FILE]\n"
+    "                      STARTUP_FILE\n"
     "\n"
     "Runs the switch console on standard input and output until its menu is left.\n"
     "\n"
     "  --vlan        show the menu for VLAN port modes in place of the full one\n"
-    "  --load        load the startup file first\n"
+    "  --load        load the startup file first, for a chip that was configured from it before\n"
+    "  --configure   load the startup file first and write it to the chip; the factory settings\n"
+    "                when it cannot be loaded\n"
+    "  --backup      keep the startup file as it is now as STARTUP_FILE.bak first\n"
     "  --simulate    use a simulated chip in place of the device /dev/mdio\n"
     "  --trace FILE  write a line for each register access: R or W, SMI address, register, value\n"
     "  --help        print this text\n"
@@ -66,6 +72,9 @@ const Bad_Usage BAD_USAGES[] = {
     {"TwoStartupFiles", {"a.cfg", "b.cfg"}, "more than one startup file: b.cfg"},
     {"EmptyStartupFile", {""}, "the startup file's path is empty"},
     {"TraceWithoutAFile", {"a.cfg", "--trace"}, "--trace needs the path of a file"},
+    {"LoadAndConfigure",
+     {"--load", "--configure", "a.cfg"},
+     "--configure loads the file: not with --load"},
     {"TraceTakesTheNextArgument", {"--trace", "a.cfg"}, "no startup file"},
 };
 
@@ -101,6 +110,84 @@ TEST_F(SwitchConsoleSession, ATraceThatCannotBeOpenedIsOneLine)
     EXPECT_EQ(run_in_pipe({"--simulate", "--trace", trace, startup}, "0\n"),
               (Program_Run{exit_status(1), "",
                            "switch_console: " + trace + ": No such file or directory\n"}));
+}
+
+/* Nothing is started: not even the trace's file is made. */
+TEST_F(SwitchConsoleSession, ABackupThatCannotBeMadeIsOneLine)
+{
+    const std::string trace = folder.path() + "/trace";
+    folder.write("startup.cfg", "[SW_PORT1]\nVID = 5\n");
+    folder.write("startup.cfg.bak/taken", "");
+    EXPECT_EQ(
+        run_in_pipe({"--simulate", "--backup", "--trace", trace, startup}, "0\n"),
+        (Program_Run{exit_status(1), "", "switch_console: " + startup + ".bak: Is a directory\n"}));
+    EXPECT_NE(access(trace.c_str(), F_OK), 0);
+    EXPECT_NE(access((startup + ".bak.new").c_str(), F_OK), 0);
+}
+
+TEST_F(SwitchConsoleSession, ABackupHoldsTheFileAsItWasBeforeTheSession)
+{
+    const std::string before = "[SW_PORT1]\nVID = 5 # five\n";
+    folder.write("startup.cfg", before);
+    folder.write("startup.cfg.bak", "an older and a longer one, of another session\n");
+    EXPECT_EQ(run_in_pipe({"--simulate", "--backup", startup}, "s\n0\n").status, exit_status(0));
+    EXPECT_EQ(folder.read("startup.cfg.bak"), before);
+    EXPECT_NE(folder.read("startup.cfg"), before);
+}
+
+TEST_F(SwitchConsoleSession, WithoutAStartupFileThereIsNothingToBackUp)
+{
+    EXPECT_EQ(run_in_pipe({"--simulate", "--backup", startup}, ""),
+              (Program_Run{exit_status(0), MAIN_MENU, ""}));
+    EXPECT_NE(access((startup + ".bak").c_str(), F_OK), 0);
+}
+
+/* A pipe would keep the start waiting. */
+TEST_F(SwitchConsoleSession, WhatIsNoFileIsNotBackedUp)
+{
+    ASSERT_EQ(mkfifo(startup.c_str(), 0600), 0);
+    EXPECT_EQ(run_in_pipe({"--simulate", "--backup", startup}, "0\n"),
+              (Program_Run{exit_status(1), "",
+                           "switch_console: " + startup + ".bak: Invalid argument\n"}));
+}
+
+TEST_F(SwitchConsoleSession, ALostTraceIsToldOnceAndStopsNothing)
+{
+    EXPECT_EQ(run_in_pipe({"--simulate", "--trace", "/dev/full", startup}, "0\n"),
+              (Program_Run{exit_status(0), MAIN_MENU,
+                           "switch_console: /dev/full: Input/output error\n"}));
+}
+
+TEST_F(SwitchConsoleSession, AReaderThatIsGoneStopsNothing)
+{
+    EXPECT_EQ(run_without_a_reader({"--simulate", startup}, "1\n0\ns\n0\n"),
+              (Program_Run{exit_status(0), "", ""}));
+    EXPECT_NE(folder.read("startup.cfg").find("MAX_FRAME_SIZE = 1522"), std::string::npos);
+}
+
+/* The saved file has all its keys, so that no banner shows. */
+TEST_F(SwitchConsoleSession, ConfiguresTheChipFromTheFile)
+{
+    run_in_pipe({"--simulate", startup}, "s\n0\n");
+    folder.write("startup.cfg",
+                 std::regex_replace(folder.read("startup.cfg"),
+                                    std::regex(" EGRESS_RATE = NO_LIMIT"), " EGRESS_RATE = 64M"));
+    EXPECT_EQ(run_in_pipe({"--simulate", "--configure", startup}, "4\n3\n0\n"),
+              (Program_Run{exit_status(0),
+                           start_load("Ok") +
+                               "Switch: Configure: Ok\n" MAIN_MENU "Ports Range(0):" VLAN_HEADER
+                               "SFP0|   1|False   |Disable   |False  |False   |Unmodify "
+                               "egress|False   | 64M bits/sec|False|True |True \n",
+                           ""}));
+}
+
+/* As ./run shows it. */
+TEST_F(SwitchConsoleSession, TheExampleOnTheChipShowsNoBanner)
+{
+    startup = EXAMPLE_STARTUP_FILE;
+    EXPECT_EQ(
+        run_in_pipe({"--simulate", "--configure", startup}, ""),
+        (Program_Run{exit_status(0), start_load("Ok") + "Switch: Configure: Ok\n" MAIN_MENU, ""}));
 }
 
 /* The host presets the factory settings: a failed load leaves them. */

@@ -48,15 +48,21 @@ int wait_for_end(int process)
     return status;
 }
 
-} // namespace
+int memory_file(const char *name)
+{
+    const int file = memfd_create(name, MFD_CLOEXEC);
+    if (file < 0) {
+        throw std::runtime_error("no memory file");
+    }
+    return file;
+}
 
-Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::string &typed)
+int run_with(const std::vector<std::string> &arguments, const std::string &typed, int output,
+             int errors)
 {
     int ends[2];
-    const int output = memfd_create("output", MFD_CLOEXEC);
-    const int errors = memfd_create("errors", MFD_CLOEXEC);
-    if (output < 0 || errors < 0 || pipe(ends) != 0) {
-        throw std::runtime_error("no files");
+    if (pipe(ends) != 0) {
+        throw std::runtime_error("no pipe");
     }
     if (write(ends[1], typed.data(), typed.size()) != static_cast<ssize_t>(typed.size())) {
         throw std::runtime_error("the pipe is too small");
@@ -71,8 +77,31 @@ Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::st
         become(arguments);
     }
     close(ends[0]);
-    const int status = wait_for_end(process);
+    return wait_for_end(process);
+}
+
+} // namespace
+
+Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::string &typed)
+{
+    const int output = memory_file("output");
+    const int errors = memory_file("errors");
+    const int status = run_with(arguments, typed, output, errors);
     return {status, read_from_start(output), read_from_start(errors)};
+}
+
+Program_Run run_without_a_reader(const std::vector<std::string> &arguments,
+                                 const std::string &typed)
+{
+    int ends[2];
+    if (pipe(ends) != 0) {
+        throw std::runtime_error("no pipe");
+    }
+    close(ends[0]);
+    const int errors = memory_file("errors");
+    const int status = run_with(arguments, typed, ends[1], errors);
+    close(ends[1]);
+    return {status, "", read_from_start(errors)};
 }
 
 Terminal_Session::Terminal_Session(const std::vector<std::string> &arguments)

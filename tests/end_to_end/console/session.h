@@ -25,6 +25,10 @@ inline void PrintTo(const Program_Run &run, std::ostream *out)
 /* Runs it with `typed`, of 60,000 bytes at most, in a pipe as its standard input. */
 Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::string &typed);
 
+/* The same with a pipe as its standard output that nobody reads any more. */
+Program_Run run_without_a_reader(const std::vector<std::string> &arguments,
+                                 const std::string &typed);
+
 /* Runs it in a terminal of its own that neither echoes nor changes line ends. */
 class Terminal_Session
 {
