@@ -143,7 +143,6 @@ SW_Config_Token NextConfigEntry(SW_Config_Tokenizer *tokenizer)
             character = CharacterClass(*++at);
         }
         const Transition &transition = transition_of(state, character);
-        state = transition.state;
         bool complete = false;
         switch (transition.action) {
         case GO:
@@ -172,10 +171,12 @@ SW_Config_Token NextConfigEntry(SW_Config_Tokenizer *tokenizer)
             complete = true;
             break;
         case END_TEXT:
-            return SW_Config_Token::END;
         case FAIL:
-            return SW_Config_Token::ERROR;
+            tokenizer->next = at;
+            tokenizer->state = state;
+            return transition.action == FAIL ? SW_Config_Token::ERROR : SW_Config_Token::END;
         }
+        state = transition.state;
         if (character == SW_Character::LINE_END) {
             tokenizer->line++;
             tokenizer->lineStart = at + 1;

@@ -67,6 +67,7 @@ void StartConfigTokenizer(SW_Config_Tokenizer *tokenizer, const char *text);
 
 /*
  * Goes on to the next entry. ENTRY: tokenizer->entry is it, not yet converted. END: also in the
- * middle of an entry, which is dropped. After END and ERROR the tokenizer is not to be used.
+ * middle of an entry, which is dropped. After END and ERROR the tokenizer is not to be used; `next`
+ * is the character that it stopped at, `state` where it stood before it.
  */
 SW_Config_Token NextConfigEntry(SW_Config_Tokenizer *tokenizer);
