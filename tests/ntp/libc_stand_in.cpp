@@ -1,5 +1,8 @@
 #include "tests/ntp/libc_stand_in.h"
 
+#include <cstring>
+#include <dlfcn.h>
+#include <netdb.h>
 #include <sys/time.h>
 #include <unistd.h>
 #include <utility>
@@ -10,6 +13,11 @@ namespace
 std::vector<std::string> journal;
 std::vector<unsigned> sleep_answers;
 int settimeofday_answer = 0;
+
+const char *address_of(const addrinfo &hints)
+{
+    return hints.ai_family == AF_INET ? "192.0.2.8" : "2001:db8::8";
+}
 
 } // namespace
 
@@ -29,6 +37,19 @@ void answer_sleep(std::vector<unsigned> left)
 }
 
 extern "C" {
+
+int getaddrinfo(const char *name, const char *service, const addrinfo *hints, addrinfo **found)
+{
+    static const auto real =
+        reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    if (strcmp(name, NAME_OF_BOTH_FAMILIES) != 0) {
+        return real(name, service, hints, found);
+    }
+    if (hints->ai_flags & AI_NUMERICHOST) {
+        return EAI_NONAME;
+    }
+    return real(address_of(*hints), service, hints, found);
+}
 
 int settimeofday(const timeval *time, const struct timezone *zone) noexcept
 {

@@ -9,7 +9,11 @@
  *
  *   settimeofday SECONDS MICROSECONDS, and " zone" when a time zone was given
  *   sleep SECONDS
+ *
+ * getaddrinfo() is the real one, but knows one name whatever the machine's own list of hosts says:
+ * 192.0.2.8 in IPv4, 2001:db8::8 for all who do not ask for IPv4 alone.
  */
+inline constexpr const char *NAME_OF_BOTH_FAMILIES = "both.example";
 
 /* The lines so far; empties them. */
 std::vector<std::string> take_libc_calls();

@@ -83,7 +83,7 @@ TEST_P(NtpResolver, GivesTheFirstIpv4AddressInNetworkByteOrder)
 
 const Name NAMES[] = {
     {"Dotted", "192.0.2.7", "192.0.2.7"},
-    {"HostName", "localhost", "127.0.0.1"},
+    {"HostName", NAME_OF_BOTH_FAMILIES, "192.0.2.8"},
     {"Zero", "0.0.0.0", "0.0.0.0"},
     {"Empty", "", "0.0.0.0"},
     {"PartOutOfRange", "192.0.2.256", "0.0.0.0"},

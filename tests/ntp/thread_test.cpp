@@ -74,11 +74,11 @@ TEST_F(NtpThread, MakesOnePassAndEnds)
 
 TEST_F(NtpThread, PrintsTheWakeUpTimeAs32Bits)
 {
-    machine.clock = 0x100000010 - 35;
+    machine.clock = 0x180000010 - 35;
     EXPECT_EQ(run(), "--->>>NTP_Thread_Func ip=ntp.example\n"
                      "--->>>NTP_Thread_Func flag=0\n"
                      "--->>>NTP_Thread wake up\n"
-                     "--->>>NTP_Thread Time 10\n" +
+                     "--->>>NTP_Thread Time 80000010\n" +
                          PASS + AFTER);
 }
 
