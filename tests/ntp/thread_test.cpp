@@ -217,6 +217,25 @@ TEST_F(NtpThread, CountsTheIntervalFromBeforeTheUpdate)
                          "NTP: Time Auto Update - Ok\n" + PASS + AFTER);
 }
 
+/* The second update sets the clock back by 20 hours. What counts is still the time before it: the
+ * next update comes more than four hours after the clock has reached that again. */
+TEST_F(NtpThread, WaitsForTheClockToCatchUpAfterAJumpBackward)
+{
+    make_passes(3364);
+    machine.exchange = [this, jump = 72000]() mutable {
+        Exchange answer = right_time();
+        answer.seconds += static_cast<uint32_t>(jump);
+        jump = jump > 0 ? -jump : 0;
+        return answer;
+    };
+    EXPECT_EQ(run(), BEFORE + passes(482) + "NTP: Auto Restart\n" +
+                         set_to("Mon Sep 14 12:27:45 2020") + "NTP: Time Auto Update - Ok\n" +
+                         PASS + "NTP: Auto Restart\n" + set_to("Sun Sep 13 16:28:15 2020") +
+                         "NTP: Time Auto Update - Ok\n" + passes(2881) + "NTP: Auto Restart\n" +
+                         set_to("Mon Sep 14 16:28:45 2020") + "NTP: Time Auto Update - Ok\n" +
+                         AFTER);
+}
+
 TEST_F(NtpThread, FailsTheUpdateWhenTheClockIsRefused)
 {
     make_passes(482);
