@@ -133,7 +133,7 @@ TEST_F(Daemon, ClearsTheFileCreationMask)
 }
 
 /* Standard input only, and the lowest free descriptor is then 0. It is opened first, since a test
- * may be started without one. */
+ * may be started without one. The stream stays: it reads from what gets the number. */
 TEST_F(Daemon, ClosesStandardInputOnly)
 {
     const Outcome outcome = run([this] {
@@ -141,10 +141,11 @@ TEST_F(Daemon, ClosesStandardInputOnly)
         printf("%d\n", open("/dev/null", O_RDONLY | O_CLOEXEC));
         KVX_Ctrl(id_file().c_str());
         printf("%s %s %s\n", is_open(0), is_open(1), is_open(2));
-        printf("%d\n", open("/dev/null", O_RDONLY | O_CLOEXEC));
+        printf("%d\n", open(folder.write("next", "x").c_str(), O_RDONLY | O_CLOEXEC));
+        printf("%c\n", getchar());
         return 0;
     });
-    EXPECT_EQ(outcome.output, "0\nclosed open open\n0\n");
+    EXPECT_EQ(outcome.output, "0\nclosed open open\n0\nx\n");
 }
 
 TEST_F(Daemon, StaysInItsFolder)
