@@ -33,15 +33,22 @@ pid_t start_session()
     return session;
 }
 
-void write_id_file(const char *path, pid_t session)
+bool write_id(const char *path, pid_t session)
 {
     FILE *file = fopen(path, "wt");
     if (!file) {
+        return false;
+    }
+    const bool written = fprintf(file, "%d", session) > 0;
+    return fclose(file) == 0 && written;
+}
+
+void write_id_file(const char *path, pid_t session)
+{
+    if (!write_id(path, session)) {
         printf("KVX_Ctrl: can't fork: fopen(\"%s\",...) - Failed\n", path);
         exit(EXIT_FAILURE);
     }
-    fprintf(file, "%d", session);
-    fclose(file);
 }
 
 } // namespace

@@ -8,8 +8,9 @@
  * Returns 1 in the daemon. Its file-creation mask is then 0 and its descriptor 0 is closed;
  * standard output, standard error and the working directory are those of the caller. It does not
  * return in any other case: the calling process ends with 0 as soon as the daemon process exists,
- * whatever becomes of that; a step that fails prints a message on standard output and ends its
- * process with status 1. All streams are flushed first, so that nothing buffered is written twice.
+ * whatever becomes of that; a step that fails, the writing of the whole id among them, prints a
+ * message on standard output and ends its process with status 1. All streams are flushed first, so
+ * that nothing buffered is written twice.
  *
  * text: not examined, may be null. Call it before another thread is started: the daemon has only
  * the calling one.

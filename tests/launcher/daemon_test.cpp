@@ -187,10 +187,12 @@ void PrintTo(const Path &row, std::ostream *out)
 
 class DaemonIdFile : public Daemon, public testing::WithParamInterface<Path>
 {
+protected:
+    DaemonIdFile() { EXPECT_EQ(symlink("/dev/full", (folder.path() + "/full").c_str()), 0); }
 };
 
 /* The caller has ended with 0 before the daemon meets the failure. */
-TEST_P(DaemonIdFile, ThatCannotBeOpenedEndsTheDaemonProcess)
+TEST_P(DaemonIdFile, ThatCannotBeWrittenEndsTheDaemonProcess)
 {
     const std::string path = folder.path() + GetParam().inFolder;
     const Outcome outcome = run([&] {
@@ -209,6 +211,7 @@ const Path PATHS[] = {
     {"InAMissingFolder", "/missing/id"},
     {"IsAFolder", "/"},
     {"HasAPerCentSign", "/100%d/id"},
+    {"IsOnAFullDisk", "/full"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, DaemonIdFile, testing::ValuesIn(PATHS),
