@@ -27,6 +27,9 @@ constexpr Protocol PROTOCOLS[] = {
 
 constexpr int LOAD_FAILURE_MARK = 21; /* part of the message, not a line of this file */
 
+constexpr const char *NOT_READ = "Failed to open file";
+constexpr const char *TOO_LARGE = "Error: file too large.";
+
 /* The XML library steps over a UTF-8 character as long as its first byte says, also where the text
  * ends inside it: so many NULs behind the text catch it. */
 constexpr size_t UTF8_LONGEST = 4;
@@ -35,28 +38,42 @@ struct Close_File {
     void operator()(std::FILE *file) const { std::fclose(file); }
 };
 
-bool read_file(const char *path, std::string *text)
+/* This and the next two return null when all went well, else the reason. */
+
+/* What is there but no file is refused before it is opened: a pipe would keep the start-up waiting,
+ * and memory may not hold a large file. */
+const char *look_at_file(const char *path)
+{
+    struct stat facts;
+    if (stat(path, &facts) != 0 || !S_ISREG(facts.st_mode)) {
+        return NOT_READ;
+    }
+    return facts.st_size > GATEWAY_CONFIG_SIZE_LIMIT ? TOO_LARGE : nullptr;
+}
+
+/* The file may have grown meanwhile. */
+const char *read_file(const char *path, std::string *text)
 {
     const std::unique_ptr<std::FILE, Close_File> file(std::fopen(path, "rb"));
     char block[16384];
     size_t got = 0;
     while (file && (got = std::fread(block, 1, sizeof block, file.get())) > 0) {
+        if (text->size() + got > GATEWAY_CONFIG_SIZE_LIMIT) {
+            return TOO_LARGE;
+        }
         text->append(block, got);
     }
-    return file && !std::ferror(file.get());
+    return file && !std::ferror(file.get()) ? nullptr : NOT_READ;
 }
 
-/* Null when the document is loaded, else why not. What is there but no file is refused before it is
- * opened: a pipe would keep the start-up waiting. */
 const char *load(TiXmlDocument &document, const char *path)
 {
-    struct stat facts;
-    if (stat(path, &facts) == 0 && !S_ISREG(facts.st_mode)) {
-        return "Failed to open file";
-    }
     std::string text;
-    if (!read_file(path, &text)) {
-        return "Failed to open file";
+    if (const char *const reason = look_at_file(path)) {
+        return reason;
+    }
+    if (const char *const reason = read_file(path, &text)) {
+        return reason;
     }
     if (xml_depth(text.data(), text.size()) > XML_DEPTH_LIMIT) {
         return "Error: elements nested too deeply.";

@@ -6,6 +6,9 @@ inline constexpr unsigned PROTOCOL_SIP = 1;
 inline constexpr unsigned PROTOCOL_H248 = 2;
 inline constexpr unsigned PROTOCOL_FXO = 3;
 
+/* Bytes; a larger file is not read. */
+inline constexpr int GATEWAY_CONFIG_SIZE_LIMIT = 4194304;
+
 /*
  * Reads the gateway's XML configuration: which signalling protocol is active.
  *

@@ -6,11 +6,14 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <string>
 #include <string_view>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -196,15 +199,58 @@ TEST(ReadConfigLargeFile, LastOfAHundredThousandChildrenDecides)
                     "attribut protocol = fxo\n");
 }
 
-TEST(ReadConfigLargeFile, TenMegabytesOfTextAreReadThrough)
+constexpr size_t LARGEST = 4194304;
+constexpr const char *TOO_LARGE = "Error: file too large.";
+
+TEST(ReadConfigLargeFile, OfTheLargestSizeIsReadThrough)
 {
-    expect_selected(read_text(root(std::string(10 << 20, 'x') + active("fxo"))), 3,
+    const size_t others = root(active("fxo")).size();
+    expect_selected(read_text(root(std::string(LARGEST - others, 'x') + active("fxo"))), 3,
                     "attribut protocol = fxo\n");
 }
 
-TEST(ReadConfigLargeFile, TenMegabytesWithoutAnElementAreALoadFailure)
+/* Reading it would need memory. */
+TEST(ReadConfigLargeFile, OneByteLargerIsRefusedUnread)
 {
-    expect_refused(read_text(std::string(10 << 20, 'x')), "Error document empty.");
+    const Temporary_Folder folder;
+    const std::string path = folder.write("config.xml", root(active("fxo")));
+    ASSERT_EQ(truncate(path.c_str(), LARGEST + 1), 0);
+    expect_refused(read(path, 0), TOO_LARGE);
+}
+
+/* A file with more in it than its size told: the list of this process's mappings, of size 0, which
+ * so many mappings of a file with a long name make large. */
+class Many_Mappings
+{
+public:
+    Many_Mappings()
+    {
+        const int file = open(folder_.write(NAME, "x").c_str(), O_RDONLY | O_CLOEXEC);
+        for (void *&mapping : mappings_) {
+            mapping = mmap(nullptr, 1, PROT_READ, MAP_PRIVATE, file, 0);
+            EXPECT_NE(mapping, MAP_FAILED);
+        }
+        close(file);
+    }
+    ~Many_Mappings()
+    {
+        for (void *const mapping : mappings_) {
+            munmap(mapping, 1);
+        }
+    }
+    Many_Mappings(const Many_Mappings &) = delete;
+    Many_Mappings &operator=(const Many_Mappings &) = delete;
+
+private:
+    inline static const std::string NAME = std::string(250, 'x');
+    Temporary_Folder folder_;
+    std::array<void *, LARGEST / 250> mappings_{};
+};
+
+TEST(ReadConfigLargeFile, IsRefusedWhenItGrowsWhileItIsRead)
+{
+    const Many_Mappings mappings;
+    expect_refused(read("/proc/self/maps"), TOO_LARGE);
 }
 
 /*
@@ -278,11 +324,42 @@ TEST(ReadConfigPath, PipeIsALoadFailureAndIsNotWaitedFor)
     expect_refused(read(pipe), NOT_OPENED);
 }
 
+/* The process's memory is a regular file, and nothing is mapped at its start. */
+TEST(ReadConfigPath, FileThatCannotBeReadIsALoadFailure)
+{
+    expect_refused(read("/proc/self/mem"), NOT_OPENED);
+}
+
 TEST(ReadConfigPath, FileWithoutRoomInMemoryIsALoadFailure)
 {
     const Temporary_Folder folder;
     const std::string path = folder.write("config.xml", root(active("fxo")));
     expect_refused(read(path, 0), "Error: out of memory.");
+}
+
+/* Ends the process, with 0 when each load but the last was refused and that one succeeded. */
+[[noreturn]] void load_with_ever_more_memory(const std::string &path)
+{
+    int allowed = 1;
+    Reading reading = read(path, allowed);
+    while (reading.result == 0 && !testing::Test::HasFailure()) {
+        expect_refused(reading, "Error: out of memory.");
+        reading = read(path, ++allowed);
+    }
+    expect_selected(reading, 3, "attribut protocol = fxo\n");
+    EXPECT_GT(allowed, 10);
+    _exit(testing::Test::HasFailure() ? 1 : 0);
+}
+
+/* In a process of its own: the XML library does not give back what it had under way. */
+TEST(ReadConfigMemoryDeathTest, RunsOutAtEachAllocationOfALoadInTurn)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.write(
+        "config.xml", root("<!-- a comment, long enough -->text &amp; more text than fits"
+                           "<![CDATA[as it is, without an end]]><?instruction of some length?>" +
+                           active("fxo")));
+    EXPECT_EXIT(load_with_ever_more_memory(path), testing::ExitedWithCode(0), "");
 }
 
 /* Root, who may read every file, becomes another user while one exists. */
