@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <functional>
 #include <string>
 #include <vector>
@@ -71,12 +72,14 @@ const Event EVENTS[] = {
 INSTANTIATE_TEST_SUITE_P(Table, EventLog, testing::ValuesIn(EVENTS),
                          [](const auto &row) { return row.param.name; });
 
-TEST(EventLogMessage, IsEchoedAndSentUnchanged)
+TEST(EventLogMessage, IsEchoedAndThenSentUnchanged)
 {
     take_system_calls();
+    on_record([] { puts("the record"); });
     Output_Capture output;
     log_message("start SIP protocol");
-    EXPECT_EQ(output.finish(), "start SIP protocol\n");
+    on_record({});
+    EXPECT_EQ(output.finish(), "start SIP protocol\nthe record\n");
     EXPECT_EQ(take_system_calls(), record("start SIP protocol"));
 }
 

@@ -10,12 +10,18 @@ namespace
 {
 
 std::vector<std::string> journal;
+std::function<void()> record_function;
 
 } // namespace
 
 std::vector<std::string> take_system_calls()
 {
     return std::exchange(journal, {});
+}
+
+void on_record(std::function<void()> function)
+{
+    record_function = std::move(function);
 }
 
 extern "C" {
@@ -34,6 +40,9 @@ void syslog(int priority, const char *format, ...)
     vsnprintf(text, sizeof text, format, arguments);
     va_end(arguments);
     journal.push_back("syslog " + std::to_string(priority) + " " + text);
+    if (record_function) {
+        record_function();
+    }
 }
 
 void closelog()

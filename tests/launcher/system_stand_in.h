@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,3 +17,6 @@
 
 /* The journal so far; empties it. */
 std::vector<std::string> take_system_calls();
+
+/* Called with each record from now on; an empty one ends that. */
+void on_record(std::function<void()> function);
