@@ -3,6 +3,7 @@
 #include "launcher/event_log.h"
 #include "launcher/gateway_config.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -27,24 +28,29 @@ constexpr Launch LAUNCHES[] = {
      "nice -n -10 /root/fxs_fxo_connect -c /root/config.xml -i /root/fxo.ini -d "},
 };
 
-void run_command(const char *command)
+using Signal_Handler = void (*)(int);
+
+void run_command(const char *command, Signal_Handler inherited)
 {
     std::fflush(stdout);
+    std::signal(SIGPIPE, inherited);
     [[maybe_unused]] const int ignored = std::system(command);
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 } // namespace
 
 int start_gateway(const char *config_path, unsigned *protocol)
 {
+    const Signal_Handler inherited = std::signal(SIGPIPE, SIG_IGN);
     if (!read_config(config_path, protocol)) {
-        run_command(ALARM_COMMAND);
+        run_command(ALARM_COMMAND, inherited);
         return 1;
     }
     for (const Launch &launch : LAUNCHES) {
         if (*protocol == launch.protocol) {
             log_message(launch.record);
-            run_command(launch.command);
+            run_command(launch.command, inherited);
         }
     }
     std::puts("UDP Server Started");

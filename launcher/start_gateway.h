@@ -10,7 +10,8 @@ inline constexpr const char *GATEWAY_CONFIG_PATH = "/tmp/config.xml";
  * protocol: the protocol selector, 0 before the call; receives what the configuration selects.
  *
  * Returns the exit status of the process: 0 when the configuration was read, else 1. What it
- * printed is flushed before each command, so that the order holds in a pipe too. Single-threaded:
- * it calls system().
+ * printed is flushed before each command, so that the order holds in a pipe too. A reader of its
+ * lines who is gone stops nothing: the process ignores SIGPIPE from the call on, and each command
+ * gets what was set before it. Single-threaded: it calls system().
  */
 int start_gateway(const char *config_path, unsigned *protocol);

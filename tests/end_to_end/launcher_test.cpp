@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <regex>
@@ -23,13 +24,15 @@
 namespace
 {
 
-/* A stand-in writes its name, each of its arguments in brackets and its niceness to /tmp/record,
- * and a line to its standard output. */
+/* A stand-in writes its name, each of its arguments in brackets, its niceness and whether it
+ * ignores SIGPIPE to /tmp/record, and a line to its standard output. */
 constexpr const char *STAND_IN = R"script(#!/bin/sh
 {
     printf '%s' "$0"
     for argument in "$@"; do printf ' [%s]' "$argument"; done
     printf '\nniceness %s\n' "$(nice)"
+    ignored=$(sed -n 's/^SigIgn:[^0-9a-f]*//p' /proc/$$/status)
+    printf 'SIGPIPE ignored: %d\n' $((0x$ignored >> 12 & 1))
 } >> /tmp/record
 echo "output of $0"
 exit 9
@@ -91,10 +94,11 @@ protected:
         return {"<14>TIME KVX_daemon[" + std::to_string(run.process) + "]: " + text};
     }
 
-    /* What the stand-in noted of itself, without its niceness. */
+    /* What the stand-in noted of itself, without its niceness and its signals. */
     std::string started() const
     {
-        return std::regex_replace(root.read("/tmp/record"), std::regex("niceness -?[0-9]+\n"), "");
+        return std::regex_replace(root.read("/tmp/record"),
+                                  std::regex("(niceness -?[0-9]+|SIGPIPE ignored: .)\n"), "");
     }
 
     void expect_niceness(int boost) const
@@ -192,6 +196,49 @@ constexpr Launch LAUNCHES[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Protocols, GatewayLaunch, testing::ValuesIn(LAUNCHES),
+                         [](const auto &row) { return row.param.name; });
+
+struct Unread {
+    const char *name;
+    const char *configuration;
+    void (*inherited)(int); /* what is done at SIGPIPE */
+    int status;
+    const char *started;
+    const char *ignored;
+};
+
+void PrintTo(const Unread &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+class GatewayLaunchUnread : public GatewayLauncher, public testing::WithParamInterface<Unread>
+{
+};
+
+TEST_P(GatewayLaunchUnread, RunsItsCommandWithTheInheritedSignal)
+{
+    const Unread &row = GetParam();
+    root.write("/tmp/config.xml", row.configuration);
+    auto *const before = std::signal(SIGPIPE, row.inherited);
+    run = root.run_unread(GATEWAY_LAUNCHER);
+    std::signal(SIGPIPE, before);
+    SKIP_IF_REFUSED(run);
+    EXPECT_EQ(exit_status(), row.status);
+    EXPECT_EQ(started(), row.started);
+    EXPECT_TRUE(root.read("/tmp/record").ends_with(row.ignored)) << root.read("/tmp/record");
+}
+
+constexpr const char *SIP_CONFIGURATION = "<Config><Active_protocol protocol=\"sip\"/></Config>";
+
+const Unread UNREADS[] = {
+    {"Launch", SIP_CONFIGURATION, SIG_DFL, 0, "/tmp/kvx_ctrl_4 [-daemon]\n", "ignored: 0\n"},
+    {"LaunchIgnored", SIP_CONFIGURATION, SIG_IGN, 0, "/tmp/kvx_ctrl_4 [-daemon]\n", "ignored: 1\n"},
+    {"Alarm", "<Config>", SIG_DFL, 1, "/root/gpio_set_value [alarm] [on]\n", "ignored: 0\n"},
+    {"AlarmIgnored", "<Config>", SIG_IGN, 1, "/root/gpio_set_value [alarm] [on]\n", "ignored: 1\n"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Nobody, GatewayLaunchUnread, testing::ValuesIn(UNREADS),
                          [](const auto &row) { return row.param.name; });
 
 TEST_F(GatewayLauncher, AQuestionAloneIsAnsweredAndStartsNothing)

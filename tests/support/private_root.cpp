@@ -77,7 +77,7 @@ void lay_folders(int report, const std::string &stage,
     }
 }
 
-[[noreturn]] void become(int report, int output, const std::string &stage,
+[[noreturn]] void become(int report, int output, int errors, const std::string &stage,
                          const std::vector<Private_Root::Device> &devices,
                          const std::vector<std::string> &arguments,
                          const std::vector<std::string> &environment)
@@ -92,7 +92,7 @@ void lay_folders(int report, const std::string &stage,
     const int input = open("/dev/null", O_RDONLY | O_CLOEXEC);
     dup2(input, 0);
     dup2(output, 1);
-    dup2(output, 2);
+    dup2(errors, 2);
     for (const std::string &setting : environment) {
         putenv(const_cast<char *>(setting.c_str()));
     }
@@ -148,13 +148,29 @@ Private_Root::Run Private_Root::run(const std::string &program,
 {
     std::vector<std::string> all = {program};
     all.insert(all.end(), arguments.begin(), arguments.end());
+    return run_on(KEPT, all, environment);
+}
+
+Private_Root::Run Private_Root::run_unread(const std::string &program) const
+{
+    const Pipe unread = make_pipe();
+    close(unread.readEnd);
+    const Run run = run_on(unread.writeEnd, {program}, {});
+    close(unread.writeEnd);
+    return run;
+}
+
+Private_Root::Run Private_Root::run_on(int standardOutput, const std::vector<std::string> &command,
+                                       const std::vector<std::string> &environment) const
+{
     const Pipe report = make_pipe();
     const Pipe output = make_pipe();
 
     Run run{};
     run.process = fork();
     if (run.process == 0) {
-        become(report.writeEnd, output.writeEnd, stage_.path(), devices_, all, environment);
+        become(report.writeEnd, standardOutput == KEPT ? output.writeEnd : standardOutput,
+               output.writeEnd, stage_.path(), devices_, command, environment);
     }
     close(report.writeEnd);
     close(output.writeEnd);

@@ -43,12 +43,21 @@ public:
     Run run(const std::string &program, const std::vector<std::string> &arguments = {},
             const std::vector<std::string> &environment = {}) const;
 
+    /* The same while nobody reads standard output, from before the start: what is kept is standard
+     * error alone. */
+    Run run_unread(const std::string &program) const;
+
     struct Device {
         std::string machines;
         std::string path; /* inside */
     };
 
 private:
+    /* standardOutput: a descriptor, or KEPT for that of standard error. */
+    static constexpr int KEPT = -1;
+    Run run_on(int standardOutput, const std::vector<std::string> &command,
+               const std::vector<std::string> &environment) const;
+
     Temporary_Folder stage_;
     std::vector<Device> devices_;
 };
