@@ -66,8 +66,6 @@ sigset_t hold_end_signals()
     sigaddset(&ends, SIGTERM);
     sigaddset(&ends, SIGINT);
     sigprocmask(SIG_BLOCK, &ends, nullptr);
-    /* Whoever read the lines may go; the clock is still to be kept. */
-    signal(SIGPIPE, SIG_IGN);
     return ends;
 }
 
@@ -90,6 +88,7 @@ int keep_polling(const char *server, const sigset_t &ends)
 
 int run(const Options &options)
 {
+    signal(SIGPIPE, SIG_IGN); /* the clock is set, whoever still reads the lines */
     /* Each line is out when it is printed, to a pipe or a file too. */
     setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     sigset_t ends{};

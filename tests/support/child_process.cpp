@@ -53,12 +53,15 @@ int exit_status(int status)
     return WIFEXITED(status) ? WEXITSTATUS(status) : 1000 + WTERMSIG(status);
 }
 
-Child_Process::Child_Process(const std::vector<std::string> &command)
+Child_Process::Child_Process(const std::vector<std::string> &command, Reader reader)
 {
     const Pipe output = make_pipe();
     const Pipe errors = make_pipe();
     output_ = output.readEnd;
     errors_ = errors.readEnd;
+    if (reader == Reader::GONE) {
+        stop_reading();
+    }
 
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

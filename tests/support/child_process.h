@@ -19,6 +19,9 @@ std::string read_all(int descriptor);
 /* For execve() and its kind; valid as long as the texts are. */
 std::vector<char *> pointers(const std::vector<std::string> &texts);
 
+/* Whether somebody reads a program's standard output from its start on. */
+enum class Reader { THERE, GONE };
+
 /*
  * A program started with an empty standard input, its standard output and standard error in two
  * pipes, which its own children keep open. Killed and waited for at the end when it still runs.
@@ -28,7 +31,7 @@ class Child_Process
 public:
     /* command: a path, or a name to find in PATH, and the arguments. Throws std::runtime_error when
      * it cannot be started. */
-    explicit Child_Process(const std::vector<std::string> &command);
+    explicit Child_Process(const std::vector<std::string> &command, Reader reader = Reader::THERE);
     ~Child_Process();
     Child_Process(const Child_Process &) = delete;
     Child_Process &operator=(const Child_Process &) = delete;

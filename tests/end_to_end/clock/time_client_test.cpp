@@ -149,6 +149,7 @@ protected:
     {
         SKIP_IF_REFUSED(enter_private_network());
         setenv("TZ", "UTC", 1);
+        signal(SIGPIPE, SIG_DFL); /* what a shell passes on; others may ignore it */
     }
 
     const Scripted_Answers answer{{.seconds = 3908988800}};
@@ -186,6 +187,14 @@ TEST_F(TimeClientQuery, TakesOptionsInAnyOrder)
     Child_Process client({TIME_CLIENT, "127.0.0.1", "--dry-run", "--once"});
     EXPECT_EQ(client.output(), ASKED + REPORTED);
     EXPECT_EQ(client.wait(), 0);
+}
+
+TEST_F(TimeClientQuery, SetsTheClockAlsoWhenNobodyReadsItsLines)
+{
+    Scripted_Server server(answer);
+    Child_Process client({TIME_CLIENT, "--once", "--dry-run", "127.0.0.1"}, Reader::GONE);
+    EXPECT_EQ(client.wait(), 0);
+    EXPECT_EQ(server.finish().size(), 1U);
 }
 
 TEST_F(TimeClientQuery, EndsWithOneWhenNobodyAnswers)
@@ -385,6 +394,16 @@ TEST_F(TimeClientDaemon, EndsItsOneQueryWithOneWhenNobodyAnswers)
     EXPECT_EQ(client.wait(), 0);
     EXPECT_EQ(client.output(), ASKED);
     EXPECT_EQ(daemon_status(), 1);
+}
+
+TEST_F(TimeClientDaemon, SetsTheClockAlsoWhenNobodyReadsItsLines)
+{
+    Scripted_Server server(answer);
+    Child_Process client({TIME_CLIENT, "--once", "--dry-run", "--daemon", id_file(), "127.0.0.1"},
+                         Reader::GONE);
+    EXPECT_EQ(client.wait(), 0);
+    EXPECT_EQ(daemon_status(), 0);
+    EXPECT_EQ(server.finish().size(), 1U);
 }
 
 TEST_F(TimeClientDaemon, ReportsAnIdFileThatCannotBeOpened)
