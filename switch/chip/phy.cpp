@@ -211,7 +211,7 @@ int access_register(Phy phy, uint32_t number, uint32_t page, Access access)
         return phy.status;
     }
     if (number > LAST_REGISTER) {
-        return SW_STATUS_BAD_PARAM;
+        return SW_STATUS_FAIL;
     }
     return run_locked(&phy, [page, access](Phy *held) { access_page(held, page, access); });
 }
@@ -225,7 +225,7 @@ int swSetPortAutoMode(SW_Device *device, uint32_t port, uint32_t mode)
         return phy.status;
     }
     if (mode >= std::size(AUTO_MODES)) {
-        return SW_STATUS_BAD_PARAM;
+        return SW_STATUS_FAIL;
     }
     return run_locked(&phy, [mode](Phy *held) { program_abilities(held, AUTO_MODES[mode]); });
 }

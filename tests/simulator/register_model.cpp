@@ -194,7 +194,7 @@ int check_value(const Register_Model &model, const Model_Row &row, const Values 
     if (row.kind == EGRESS_MODE && values[0] == 3 && (model.sets.a & 0x7efdafd6) == 0) {
         return NOT_SUPPORTED;
     }
-    return row.kind == PHY_PAGE && values[2] > 31 ? BAD_PARAM : OK;
+    return row.kind == PHY_PAGE && values[2] > 31 ? FAIL : OK;
 }
 
 /* A mirror destination is itself a port, and is so checked before the chip's support. */

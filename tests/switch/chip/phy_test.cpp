@@ -106,10 +106,10 @@ TEST_F(Phy, ExtendedStatusWithoutGigabitBitsIsNoGigabitPhy)
     EXPECT_EQ(swSetPortAutoMode(&device, 1, 6), SW_STATUS_OK);
 }
 
-TEST_F(Phy, ModeAboveElevenIsABadParameterWithoutAccess)
+TEST_F(Phy, ModeAboveElevenIsAFailureWithoutAccess)
 {
     for (const uint32_t mode : {12U, 13U, 0x80000000U, 0xFFFFFFFFU}) {
-        EXPECT_EQ(swSetPortAutoMode(&device, 1, mode), SW_STATUS_BAD_PARAM) << mode;
+        EXPECT_EQ(swSetPortAutoMode(&device, 1, mode), SW_STATUS_FAIL) << mode;
     }
     EXPECT_EQ(bus.take_trace(), "");
 }
@@ -135,13 +135,18 @@ TEST_F(Phy, PortWithoutPhyIsNotSupportedAndNoPortABadParameter)
     for (const uint32_t port : {3U, 4U, 5U}) {
         EXPECT_EQ(swSetPortAutoMode(&device, port, 0), SW_STATUS_NOT_SUPPORTED);
         EXPECT_EQ(swSetPortAutoMode(&device, port, 12), SW_STATUS_NOT_SUPPORTED);
-        EXPECT_EQ(swReadPagedPhyReg(&device, port, 16, 3, &value), SW_STATUS_NOT_SUPPORTED);
-        EXPECT_EQ(swWritePagedPhyReg(&device, port, 16, 3, 1), SW_STATUS_NOT_SUPPORTED);
+        for (const uint32_t number : {16U, 32U}) {
+            EXPECT_EQ(swReadPagedPhyReg(&device, port, number, 3, &value), SW_STATUS_NOT_SUPPORTED);
+            EXPECT_EQ(swWritePagedPhyReg(&device, port, number, 3, 1), SW_STATUS_NOT_SUPPORTED);
+        }
     }
     EXPECT_EQ(swSetPortAutoMode(&device, 6, 0), SW_STATUS_BAD_PARAM);
-    EXPECT_EQ(swReadPagedPhyReg(&device, 6, 16, 3, &value), SW_STATUS_BAD_PARAM);
-    EXPECT_EQ(swWritePagedPhyReg(&device, 6, 16, 3, 1), SW_STATUS_BAD_PARAM);
-    EXPECT_EQ(swReadPagedPhyReg(&device, 3, 16, 3, nullptr), SW_STATUS_BAD_PARAM);
+    EXPECT_EQ(swSetPortAutoMode(&device, 6, 12), SW_STATUS_BAD_PARAM);
+    for (const uint32_t number : {16U, 32U}) {
+        EXPECT_EQ(swReadPagedPhyReg(&device, 6, number, 3, &value), SW_STATUS_BAD_PARAM);
+        EXPECT_EQ(swWritePagedPhyReg(&device, 6, number, 3, 1), SW_STATUS_BAD_PARAM);
+        EXPECT_EQ(swReadPagedPhyReg(&device, 3, number, 3, nullptr), SW_STATUS_BAD_PARAM);
+    }
     EXPECT_EQ(bus.take_trace(), "");
     EXPECT_TRUE(bus.lock_calls.empty());
     EXPECT_EQ(value, 77);
@@ -194,11 +199,12 @@ TEST_F(Phy, PageIsRestoredOnEveryPathOnceItIsKnown)
     }
 }
 
-TEST_F(Phy, PagedRegisterAboveThirtyOneIsABadParameterWithoutAccess)
+TEST_F(Phy, PagedRegisterAboveThirtyOneIsAFailureWithoutAccess)
 {
     uint16_t value = 77;
-    EXPECT_EQ(swReadPagedPhyReg(&device, 1, 32, 3, &value), SW_STATUS_BAD_PARAM);
-    EXPECT_EQ(swWritePagedPhyReg(&device, 1, 0xFFFFFFFF, 3, 1), SW_STATUS_BAD_PARAM);
+    EXPECT_EQ(swReadPagedPhyReg(&device, 1, 32, 3, &value), SW_STATUS_FAIL);
+    EXPECT_EQ(swWritePagedPhyReg(&device, 1, 0xFFFFFFFF, 3, 1), SW_STATUS_FAIL);
+    EXPECT_EQ(value, 77);
     EXPECT_EQ(bus.take_trace(), "");
     EXPECT_EQ(swReadPagedPhyReg(&device, 1, 31, 3, &value), SW_STATUS_OK);
 }

@@ -81,7 +81,7 @@ int refusal(const Setting_Row &row, int32_t value)
     if (row.kind == Kind::EGRESS_MODE && (value < 0 || value > 3)) {
         return 1;
     }
-    return row.kind == Kind::AUTO_MODE && (value < 0 || value > 11) ? 4 : 0;
+    return row.kind == Kind::AUTO_MODE && (value < 0 || value > 11) ? 1 : 0;
 }
 
 constexpr const char *PORT_NAMES[] = {"CPU", "LAN", "WAN", "SFP0", "SFP1"};
