@@ -54,6 +54,17 @@ constexpr Row ROWS[] = {
 };
 // clang-format on
 
+const Sim_Chip_Row &row_of(uint16_t identifier)
+{
+    for (const Sim_Chip_Row &candidate : Sim_Chip_Rows()) {
+        if (candidate.identifier == identifier) {
+            return candidate;
+        }
+    }
+    ADD_FAILURE() << "no such row";
+    return Sim_Board_Chip();
+}
+
 uint8_t address_of(int number)
 {
     return static_cast<uint8_t>(number);
@@ -64,16 +75,7 @@ class SimulatedChip : public testing::TestWithParam<Row>
 protected:
     void SetUp() override { Sim_Chip_Init(chip.get(), row(), {SIM_DIRECT, BASE}); }
 
-    const Sim_Chip_Row &row() const
-    {
-        for (const Sim_Chip_Row &candidate : Sim_Chip_Rows()) {
-            if (candidate.identifier == GetParam().identifier) {
-                return candidate;
-            }
-        }
-        ADD_FAILURE() << "no such row";
-        return Sim_Board_Chip();
-    }
+    const Sim_Chip_Row &row() const { return row_of(GetParam().identifier); }
 
     uint16_t read(int address, int number) const
     {
@@ -340,14 +342,24 @@ TEST_F(BoardChip, StaysAtItsFixedAddressesWhateverTheBase)
 TEST(OlderChip, StandsAfterItsBase)
 {
     const auto chip = std::make_unique<Sim_Chip>();
-    for (const Sim_Chip_Row &row : Sim_Chip_Rows()) {
-        if (row.identifier == 0x063) {
-            Sim_Chip_Init(chip.get(), row, {SIM_DIRECT, 0});
-        }
-    }
+    Sim_Chip_Init(chip.get(), row_of(0x063), {SIM_DIRECT, 0});
     EXPECT_EQ(Sim_Chip_Read(chip.get(), 8, 3), 0x0631);
     EXPECT_EQ(Sim_Chip_Read(chip.get(), 15, 24), 0xFA50);
     EXPECT_EQ(Sim_Chip_Read(chip.get(), 24, 3), NOBODY);
+}
+
+/* The bus has no address for them. */
+TEST(OlderChip, DoesNotAnswerWithWhatItsBasePutsAboveAddress31)
+{
+    const auto chip = std::make_unique<Sim_Chip>();
+    Sim_Chip_Init(chip.get(), row_of(0x063), {SIM_DIRECT, 23});
+    EXPECT_EQ(Sim_Chip_Read(chip.get(), 31, 3), 0x0631) << "port 0";
+    EXPECT_EQ(Sim_Chip_Read(chip.get(), 32, 3), NOBODY) << "port 1";
+    EXPECT_EQ(Sim_Chip_Read(chip.get(), 38, 24), NOBODY) << "global";
+    Sim_Chip_Write(chip.get(), 31, 7, 0x0123);
+    Sim_Chip_Write(chip.get(), 32, 7, 0x0123);
+    EXPECT_EQ(chip->ports[0][7], 0x0123);
+    EXPECT_EQ(chip->ports[1][7], 0x0001);
 }
 
 } // namespace

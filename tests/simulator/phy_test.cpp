@@ -164,12 +164,26 @@ TEST(SimulatedPhy, HasTheLedFunctionsInRegister16OfPage3)
 TEST(SimulatedPhy, AnswersAllOnesOnAPageThatIsNotThere)
 {
     Sim_Phy phy = make_phy(true, SIM_UP_TO_1000);
-    Sim_Phy_Write(&phy, 22, 0xFF20);
-    EXPECT_EQ(Sim_Phy_Read(&phy, 22), 0x0020) << "a page number has 8 bits";
-    Sim_Phy_Write(&phy, 0, 0);
-    EXPECT_EQ(Sim_Phy_Read(&phy, 0), 0xFFFF);
+    for (const uint16_t page : std::initializer_list<uint16_t>{0x20, 0x40, 0x80, 0xFF}) {
+        Sim_Phy_Write(&phy, 22, page);
+        EXPECT_EQ(Sim_Phy_Read(&phy, 22), page);
+        Sim_Phy_Write(&phy, 0, 0);
+        EXPECT_EQ(Sim_Phy_Read(&phy, 0), 0xFFFF) << page;
+    }
     Sim_Phy_Write(&phy, 22, 0);
     EXPECT_EQ(Sim_Phy_Read(&phy, 0), 0x1140);
+}
+
+TEST(SimulatedPhy, TakesTheLowEightBitsOfAPageNumber)
+{
+    Sim_Phy phy = make_phy(true, SIM_UP_TO_1000);
+    for (const uint16_t above : std::initializer_list<uint16_t>{0x0100, 0x4000, 0xFF00}) {
+        Sim_Phy_Write(&phy, 22, above | 3);
+        EXPECT_EQ(Sim_Phy_Read(&phy, 22), 3) << above;
+        EXPECT_EQ(Sim_Phy_Read(&phy, 16), 0x1021) << above;
+        Sim_Phy_Write(&phy, 22, above | 0x20);
+        EXPECT_EQ(Sim_Phy_Read(&phy, 16), 0xFFFF) << above;
+    }
 }
 
 struct Negotiation {
