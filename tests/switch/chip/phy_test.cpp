@@ -165,8 +165,8 @@ TEST_F(Phy, PagedReadSelectsThePageAndRestoresTheOneBefore)
 TEST_F(Phy, PagedWriteSelectsThePageAndRestoresTheOneBefore)
 {
     bus.registers[1][22] = 0x0012;
-    EXPECT_EQ(swWritePagedPhyReg(&device, 1, 16, 3, 0x123E), SW_STATUS_OK);
-    EXPECT_EQ(bus.take_trace(), "R 01 16 0012\nW 01 16 0003\nW 01 10 123e\nW 01 16 0012\n");
+    EXPECT_EQ(swWritePagedPhyReg(&device, 1, 16, 0xFACE, 0x123E), SW_STATUS_OK);
+    EXPECT_EQ(bus.take_trace(), "R 01 16 0012\nW 01 16 face\nW 01 10 123e\nW 01 16 0012\n");
 }
 
 TEST_F(Phy, PageIsRestoredOnEveryPathOnceItIsKnown)

@@ -399,12 +399,13 @@ TEST_F(VlanTable, NothingLiesBehindVlan4095)
     EXPECT_EQ(bus.take_trace(), "");
 }
 
-TEST_F(VlanTable, NextTakesItsIdModulo4096)
+TEST_F(VlanTable, NextTakesOnlyTheIdModulo4096AndSendsNoDatabaseNumber)
 {
     bus.vtu[3] = {};
-    Vlan_Table_Entry entry = make_entry(4096 + 2, TAGS_6);
+    Vlan_Table_Entry entry = make_entry(4096 + 2, TAGS_6, {}, 63);
     EXPECT_EQ(swVtuGetNext(&device, &entry), SW_STATUS_OK);
     EXPECT_EQ(entry.vid, 3);
+    EXPECT_EQ(bus.take_trace().substr(0, 39), "R 1b 05 0000\nW 1b 06 0002\nW 1b 05 c000\n");
 }
 
 TEST_F(VlanTable, WrapIsTheEndOfTheWalk)
