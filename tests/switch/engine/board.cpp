@@ -11,8 +11,6 @@ namespace
 
 constexpr Sim_Placement ON_THE_BUS = {SIM_DIRECT, 16};
 
-Hook_Faults *current_faults = nullptr;
-
 void keep_wait(void *context, uint32_t microseconds)
 {
     static_cast<std::vector<uint32_t> *>(context)->push_back(microseconds);
@@ -115,42 +113,4 @@ std::string Board::take_trace()
 size_t Board::take_access_count()
 {
     return std::exchange(recorder_.records, {}).size();
-}
-
-Hook_Faults::Hook_Faults(SW_Device *device) : device_(device), before_(device->hooks)
-{
-    current_faults = this;
-    device->hooks.readRegister = read;
-    device->hooks.writeRegister = write;
-}
-
-Hook_Faults::~Hook_Faults()
-{
-    device_->hooks = before_;
-    current_faults = nullptr;
-}
-
-void Hook_Faults::break_calls(size_t first, size_t count)
-{
-    calls_ = 0;
-    first_ = first;
-    count_ = count;
-}
-
-bool Hook_Faults::next_is_broken()
-{
-    const size_t call = calls_++;
-    return call >= first_ && call - first_ < count_;
-}
-
-int Hook_Faults::read(SW_Device *device, uint32_t address, uint32_t number, uint32_t *value)
-{
-    Hook_Faults *self = current_faults;
-    return self->next_is_broken() ? 0 : self->before_.readRegister(device, address, number, value);
-}
-
-int Hook_Faults::write(SW_Device *device, uint32_t address, uint32_t number, uint32_t value)
-{
-    Hook_Faults *self = current_faults;
-    return self->next_is_broken() ? 0 : self->before_.writeRegister(device, address, number, value);
 }

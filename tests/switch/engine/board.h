@@ -6,6 +6,7 @@
 #include "simulator/trace.h"
 #include "switch/engine/control.h"
 #include "switch/engine/wait.h"
+#include "tests/support/hook_faults.h"
 #include "tests/support/output_capture.h"
 
 #include <gtest/gtest.h>
@@ -76,33 +77,3 @@ std::string printed(Call call)
     call();
     return output.finish();
 }
-
-/*
- * Counts the calls of a device record's two register hooks and answers false, without an access, at
- * chosen ones. One at a time: hooks have no context of their own.
- */
-class Hook_Faults
-{
-public:
-    /* Stands between device and its hooks until destroyed. Call numbers count from 0. */
-    explicit Hook_Faults(SW_Device *device);
-    ~Hook_Faults();
-    Hook_Faults(const Hook_Faults &) = delete;
-    Hook_Faults &operator=(const Hook_Faults &) = delete;
-
-    /* The calls from first on, count of them, answer false. Starts the numbers at 0 again. */
-    void break_calls(size_t first, size_t count = 1);
-
-    size_t calls() const { return calls_; }
-
-private:
-    static int read(SW_Device *device, uint32_t address, uint32_t number, uint32_t *value);
-    static int write(SW_Device *device, uint32_t address, uint32_t number, uint32_t value);
-    bool next_is_broken();
-
-    SW_Device *device_;
-    SW_Hooks before_;
-    size_t calls_ = 0;
-    size_t first_ = 0;
-    size_t count_ = 0;
-};
