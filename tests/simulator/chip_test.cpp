@@ -222,15 +222,6 @@ TEST_P(SimulatedChip, HasPhysThatAreNoSwitchIdentifier)
 INSTANTIATE_TEST_SUITE_P(Rows, SimulatedChip, testing::ValuesIn(ROWS),
                          [](const auto &row) { return std::string(row.param.name); });
 
-TEST(SimulatedChipRows, AreTheOnesTested)
-{
-    ASSERT_EQ(Sim_Chip_Rows().size(), std::size(ROWS));
-    for (size_t place = 0; place < std::size(ROWS); ++place) {
-        EXPECT_EQ(Sim_Chip_Rows()[place].identifier, ROWS[place].identifier);
-    }
-    EXPECT_EQ(Sim_Board_Chip().identifier, 0x105);
-}
-
 /* Port status of the board's five lines on every chip, by hardware port 0 to 4: WAN, LAN, CPU,
  * SFP1, SFP0; 0xFFFF where the chip has no such port. */
 struct Status_Row {
@@ -292,6 +283,17 @@ TEST_P(SimulatedPortStatus, FollowsTheLines)
 
 INSTANTIATE_TEST_SUITE_P(Rows, SimulatedPortStatus, testing::ValuesIn(STATUS_ROWS),
                          [](const auto &row) { return std::string(row.param.name); });
+
+TEST(SimulatedChipRows, AreTheOnesTested)
+{
+    ASSERT_EQ(std::size(ROWS), Sim_Chip_Rows().size());
+    ASSERT_EQ(std::size(STATUS_ROWS), Sim_Chip_Rows().size());
+    for (size_t place = 0; place < std::size(ROWS); ++place) {
+        EXPECT_EQ(ROWS[place].identifier, Sim_Chip_Rows()[place].identifier);
+        EXPECT_EQ(STATUS_ROWS[place].identifier, Sim_Chip_Rows()[place].identifier);
+    }
+    EXPECT_EQ(Sim_Board_Chip().identifier, 0x105);
+}
 
 class BoardChip : public testing::Test
 {

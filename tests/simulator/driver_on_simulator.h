@@ -53,7 +53,7 @@ void PrintTo(const Driven_Chip &chip, std::ostream *stream);
  */
 bool has(const Driven_Chip &chip, const std::string &feature);
 
-/* The fourteen rows. */
+/* All rows. */
 const std::vector<Driven_Chip> &driven_chips();
 
 struct Driven_Case {

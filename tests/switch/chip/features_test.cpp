@@ -1,5 +1,6 @@
 #include "tests/switch/chip/features.h"
 
+#include "switch/chip/chips.h"
 #include "switch/chip/families.h"
 #include "tests/switch/chip/fake_bus.h"
 #include "tests/switch/chip/operations.h"
@@ -471,6 +472,11 @@ TEST_P(EveryChip, PortBeyondItsPortsIsABadParameterWithoutAccess)
         }
     }
     EXPECT_EQ(bus.take_trace(), "");
+}
+
+TEST(EveryChipRows, HaveAsManyChipsAsTheTable)
+{
+    EXPECT_EQ(all_chips().size() - all_features().size(), Chip_Table().size());
 }
 
 INSTANTIATE_TEST_SUITE_P(Families, EveryChip, testing::ValuesIn(all_chips()),
