@@ -257,19 +257,26 @@ bool complain_about_cuse()
     return false;
 }
 
-/* Not blocking: a call may be taken back after it was announced. */
-bool start_serving(const Options &options)
+/* Opens the kernel's device for a node that is not there yet. Not blocking: a call may be taken
+ * back after it was announced. On false the reason has been printed. */
+bool open_cuse(const Options &options, int *descriptor)
 {
     snprintf(server.node, sizeof server.node, "/dev/%s", options.name);
     if (access(server.node, F_OK) == 0) {
         errno = EEXIST;
         return complain(server.node);
     }
-    const int descriptor = open(CUSE, O_RDWR | O_CLOEXEC | O_NONBLOCK);
-    if (descriptor < 0) {
-        return complain_about_cuse();
-    }
-    return Sim_Cuse_Start(&server.cuse, &server.device, options.name, descriptor);
+    *descriptor = open(CUSE, O_RDWR | O_CLOEXEC | O_NONBLOCK);
+    return *descriptor >= 0 || complain_about_cuse();
+}
+
+/* The trace after the kernel's device: opening it empties a file that may be the trace of a server
+ * at work. */
+bool start_serving(const Options &options)
+{
+    int descriptor = -1;
+    return open_cuse(options, &descriptor) && raise_device(options) &&
+           Sim_Cuse_Start(&server.cuse, &server.device, options.name, descriptor);
 }
 
 /* False when the signal ends the program. */
@@ -318,7 +325,7 @@ bool serve(const Options &options)
 
 bool run(const Options &options)
 {
-    if (!hold_signals() || !raise_device(options) || !start_serving(options)) {
+    if (!hold_signals() || !start_serving(options)) {
         return false;
     }
     const bool served = serve(options);

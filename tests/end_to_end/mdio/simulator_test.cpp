@@ -5,7 +5,6 @@
 
 #include "tests/support/child_process.h"
 #include "tests/support/private_root.h"
-#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -168,14 +167,6 @@ TEST_P(MdioSimulatorUsage, IsRefused)
 INSTANTIATE_TEST_SUITE_P(Arguments, MdioSimulatorUsage, testing::ValuesIn(BAD_USAGES),
                          [](const auto &row) { return std::string(row.param.name); });
 
-TEST(MdioSimulator, ATraceThatCannotBeOpenedIsOneLine)
-{
-    const Temporary_Folder folder;
-    const std::string trace = folder.path() + "/no such folder/trace";
-    EXPECT_EQ(run({"--trace", trace}),
-              (Ended{1, "", "mdio_simulator: " + trace + ": No such file or directory\n"}));
-}
-
 /* With /dev a folder of the test's own. */
 class MdioSimulatorStart : public testing::Test
 {
@@ -185,13 +176,15 @@ protected:
 
 constexpr int STATUS_1 = 1 << 8; /* as waitpid gives it */
 
-TEST_F(MdioSimulatorStart, NeedsTheKernelsCuse)
+TEST_F(MdioSimulatorStart, NeedsTheKernelsCuseAndTouchesNoTraceWithout)
 {
-    const Private_Root::Run run = root.run(MDIO_SIMULATOR);
+    root.write("/tmp/trace", "R 10 03 1052\n");
+    const Private_Root::Run run = root.run(MDIO_SIMULATOR, {"--trace", "/tmp/trace"});
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(run.status, STATUS_1);
     EXPECT_EQ(run.output, "mdio_simulator: /dev/cuse: No such file or directory\n"
                           "mdio_simulator: this kernel offers no CUSE; its module is named cuse\n");
+    EXPECT_EQ(root.read("/tmp/trace"), "R 10 03 1052\n");
 }
 
 TEST_F(MdioSimulatorStart, NeedsTheRightToServe)
@@ -207,13 +200,26 @@ TEST_F(MdioSimulatorStart, NeedsTheRightToServe)
                           "mdio_simulator: to serve a device takes root's rights\n");
 }
 
-TEST_F(MdioSimulatorStart, LeavesADeviceThatIsThereAlone)
+TEST_F(MdioSimulatorStart, LeavesADeviceThatIsThereAndItsTraceAlone)
 {
+    root.write("/dev/cuse", "");
     root.write("/dev/switch", "");
-    const Private_Root::Run run = root.run(MDIO_SIMULATOR, {"--name", "switch"});
+    root.write("/tmp/trace", "R 10 03 1052\n");
+    const Private_Root::Run run =
+        root.run(MDIO_SIMULATOR, {"--name", "switch", "--trace", "/tmp/trace"});
     SKIP_IF_REFUSED(run);
     EXPECT_EQ(run.status, STATUS_1);
     EXPECT_EQ(run.output, "mdio_simulator: /dev/switch: File exists\n");
+    EXPECT_EQ(root.read("/tmp/trace"), "R 10 03 1052\n");
+}
+
+TEST_F(MdioSimulatorStart, DoesNotServeWithoutTheTraceThatWasAskedFor)
+{
+    root.write("/dev/cuse", "");
+    const Private_Root::Run run = root.run(MDIO_SIMULATOR, {"--trace", "/tmp/no folder/trace"});
+    SKIP_IF_REFUSED(run);
+    EXPECT_EQ(run.status, STATUS_1);
+    EXPECT_EQ(run.output, "mdio_simulator: /tmp/no folder/trace: No such file or directory\n");
 }
 
 /* Another file in the place of /dev/cuse, where no call ever comes from. The chip is as after
