@@ -166,7 +166,7 @@ struct Byte_Key {
     const char *rangePrompt; /* with its default */
     const char *prompt;
     uint8_t limit;
-    uint8_t *(*item)(SW_Config *config, int place); /* the range's items, then one beside it */
+    uint8_t *(*item)(SW_Config *config, int place); /* the range's first, its last, one beside it */
 };
 
 void PrintTo(const Byte_Key &key, std::ostream *out)
@@ -176,27 +176,30 @@ void PrintTo(const Byte_Key &key, std::ostream *out)
 
 uint8_t *port_prio(SW_Config *config, int place)
 {
-    return &config->ports[1 + place].portPrio;
+    constexpr int PORTS[] = {2, 4, 1};
+    return &config->ports[PORTS[place]].portPrio;
 }
 
 uint8_t *user_prio(SW_Config *config, int place)
 {
-    return &config->cosUserPrio[6 + place - 3 * (place == 2)];
+    constexpr int PRIOS[] = {1, 7, 0};
+    return &config->cosUserPrio[PRIOS[place]];
 }
 
 uint8_t *dscp(SW_Config *config, int place)
 {
-    return &config->cosDscp[62 + place - 3 * (place == 2)];
+    constexpr int DSCPS[] = {1, 63, 0};
+    return &config->cosDscp[DSCPS[place]];
 }
 
 // clang-format off
 const Byte_Key BYTE_KEYS[] = {
-    {"PortPrio", 'b', "1-2", "Ports Range(0):", "Port prio(2):", 8, port_prio},
-    {"PortPrioUpperCase", 'B', "1-2", "Ports Range(0):", "Port prio(2):", 8, port_prio},
-    {"UserPriorityClass", 'c', "6-7", "User priority Range(0):", "Traff_class(2):", 4, user_prio},
-    {"UserPriorityClassUpperCase", 'C', "6-7", "User priority Range(0):", "Traff_class(2):", 4, user_prio},
-    {"DscpClass", 'd', "62-63", "DCSP Range(0):", "Traff_class(2):", 4, dscp},
-    {"DscpClassUpperCase", 'D', "62-63", "DCSP Range(0):", "Traff_class(2):", 4, dscp},
+    {"PortPrio", 'b', "2-4", "Ports Range(0):", "Port prio(2):", 8, port_prio},
+    {"PortPrioUpperCase", 'B', "2-4", "Ports Range(0):", "Port prio(2):", 8, port_prio},
+    {"UserPriorityClass", 'c', "1-7", "User priority Range(0):", "Traff_class(2):", 4, user_prio},
+    {"UserPriorityClassUpperCase", 'C', "1-7", "User priority Range(0):", "Traff_class(2):", 4, user_prio},
+    {"DscpClass", 'd', "1-63", "DCSP Range(0):", "Traff_class(2):", 4, dscp},
+    {"DscpClassUpperCase", 'D', "1-63", "DCSP Range(0):", "Traff_class(2):", 4, dscp},
 };
 
 struct Byte_Answer {
