@@ -13,10 +13,11 @@ inline constexpr int SW_VALUE_LINE_SIZE = 19;  /* prompts for one value or a sho
  * Flushes standard output, then reads a line from standard input into `buffer` of `size` bytes (at
  * least 2): at most size - 1 characters, the line feed with them, and a NUL. What a longer line
  * holds beyond stays in the stream for the next read, whoever makes it. A last line without a line
- * feed counts. The line may hold NUL bytes: then its text ends early.
+ * feed counts. The line may hold NUL bytes: then its text ends early. Waits for the whole line also
+ * where standard input is non-blocking, and after a signal.
  *
- * False at the end of input or on a read error: `buffer` then holds the empty text. No later read
- * finds anything either, so a menu that gets false leaves.
+ * False at the end of input or on a read error, which drops a half line: `buffer` then holds the
+ * empty text. No later read finds anything either, so a menu that gets false leaves.
  */
 bool SW_Read_Line(char *buffer, int size);
 
