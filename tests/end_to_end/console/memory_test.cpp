@@ -23,7 +23,7 @@ TEST(SwitchConsoleMemory, TheLargestFileLeavesNothingBehindHoweverOftenItIsLoade
     const auto config = std::make_unique<SW_Config>();
     SetAllVlans(config.get());
     const std::string startup = folder.write("all_vlans.cfg", StartupFileText(*config));
-    Terminal_Session terminal({"--simulate", "--load", startup});
+    Live_Session terminal({"--simulate", "--load", startup});
     std::string expected = "Switch: Load SW Config from \"" + startup + "\" - Ok\n" + MAIN_MENU;
     for (int shown = 1; shown <= 5; shown++) {
         terminal.wait_for(expected.size());

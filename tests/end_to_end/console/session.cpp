@@ -3,6 +3,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <poll.h>
 #include <pty.h>
@@ -104,8 +105,20 @@ Program_Run run_without_a_reader(const std::vector<std::string> &arguments,
     return {status, "", read_from_start(errors)};
 }
 
-Terminal_Session::Terminal_Session(const std::vector<std::string> &arguments)
-    : terminal_(-1), process_(-1)
+Live_Session::Live_Session(const std::vector<std::string> &arguments, Line line)
+{
+    std::fflush(nullptr);
+    if (line == Line::TERMINAL) {
+        start_in_terminal(arguments);
+    } else {
+        start_in_pipes(arguments);
+    }
+    if (process_ < 0) {
+        throw std::runtime_error("no session");
+    }
+}
+
+void Live_Session::start_in_terminal(const std::vector<std::string> &arguments)
 {
     /* An ordinary terminal: whole lines, Ctrl-C and Ctrl-D. */
     termios settings = {};
@@ -115,54 +128,72 @@ Terminal_Session::Terminal_Session(const std::vector<std::string> &arguments)
     settings.c_cc[VEOF] = 4;
     cfsetispeed(&settings, B38400);
     cfsetospeed(&settings, B38400);
-    std::fflush(nullptr);
-    process_ = forkpty(&terminal_, nullptr, &settings, nullptr);
+    process_ = forkpty(&printed_, nullptr, &settings, nullptr);
     if (process_ == 0) {
         become(arguments);
     }
-    if (process_ < 0) {
-        throw std::runtime_error("no terminal");
-    }
+    typed_ = dup(printed_);
 }
 
-Terminal_Session::~Terminal_Session()
+void Live_Session::start_in_pipes(const std::vector<std::string> &arguments)
+{
+    int input[2];
+    int output[2];
+    if (pipe2(input, O_CLOEXEC) != 0 || pipe2(output, O_CLOEXEC) != 0) {
+        throw std::runtime_error("no pipes");
+    }
+    process_ = fork();
+    if (process_ == 0) {
+        dup2(input[0], 0);
+        dup2(output[1], 1);
+        dup2(output[1], 2);
+        become(arguments);
+    }
+    close(input[0]);
+    close(output[1]);
+    typed_ = input[1];
+    printed_ = output[0];
+}
+
+Live_Session::~Live_Session()
 {
     if (process_ > 0) {
         kill(process_, SIGKILL);
         wait_for_end(process_);
     }
-    close(terminal_);
+    close(typed_);
+    close(printed_);
 }
 
-void Terminal_Session::type(const std::string &text) const
+void Live_Session::type(const std::string &text) const
 {
-    if (write(terminal_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
-        throw std::runtime_error("the terminal takes no input");
+    if (write(typed_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+        throw std::runtime_error("the program takes no input");
     }
 }
 
 /* False when nothing came for ten seconds, or nothing can come any more. */
-bool Terminal_Session::read_more()
+bool Live_Session::read_more()
 {
-    pollfd waiting = {terminal_, POLLIN, 0};
+    pollfd waiting = {printed_, POLLIN, 0};
     if (poll(&waiting, 1, TEN_SECONDS) <= 0) {
         return false;
     }
     char block[4096];
-    const ssize_t got = read(terminal_, block, sizeof block);
+    const ssize_t got = read(printed_, block, sizeof block);
     if (got > 0) {
         shown.append(block, static_cast<size_t>(got));
     }
     return got > 0;
 }
 
-void Terminal_Session::wait_for(size_t length)
+void Live_Session::wait_for(size_t length)
 {
     while (shown.size() < length && read_more()) {
     }
 }
 
-size_t Terminal_Session::private_memory() const
+size_t Live_Session::private_memory() const
 {
     std::ifstream status("/proc/" + std::to_string(process_) + "/status");
     std::string line;
@@ -175,7 +206,7 @@ size_t Terminal_Session::private_memory() const
     return 0;
 }
 
-int Terminal_Session::finish()
+int Live_Session::finish()
 {
     while (read_more()) {
     }

@@ -29,14 +29,18 @@ Program_Run run_in_pipe(const std::vector<std::string> &arguments, const std::st
 Program_Run run_without_a_reader(const std::vector<std::string> &arguments,
                                  const std::string &typed);
 
-/* Runs it in a terminal of its own that neither echoes nor changes line ends. */
-class Terminal_Session
+/* What a session types into and reads: a terminal that neither echoes nor changes line ends, or a
+ * pipe each way, for which stdio holds output back until it is flushed. */
+enum class Line { TERMINAL, PIPES };
+
+/* Runs it while the test types and looks at what shows. */
+class Live_Session
 {
 public:
-    explicit Terminal_Session(const std::vector<std::string> &arguments);
-    ~Terminal_Session();
-    Terminal_Session(const Terminal_Session &) = delete;
-    Terminal_Session &operator=(const Terminal_Session &) = delete;
+    explicit Live_Session(const std::vector<std::string> &arguments, Line line = Line::TERMINAL);
+    ~Live_Session();
+    Live_Session(const Live_Session &) = delete;
+    Live_Session &operator=(const Live_Session &) = delete;
 
     void type(const std::string &text) const;
 
@@ -49,13 +53,17 @@ public:
     /* Waits for the end of the program; its status as waitpid gives it. */
     int finish();
 
-    std::string shown; /* all that the terminal has shown so far */
+    std::string shown; /* all that the program has shown so far */
 
 private:
     bool read_more();
 
-    int terminal_;
-    int process_;
+    void start_in_terminal(const std::vector<std::string> &arguments);
+    void start_in_pipes(const std::vector<std::string> &arguments);
+
+    int typed_ = -1;   /* to the program */
+    int printed_ = -1; /* from it */
+    int process_ = -1;
 };
 
 /* As waitpid gives the status of a program that ended with `code`. */

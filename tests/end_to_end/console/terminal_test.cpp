@@ -41,19 +41,22 @@ const std::vector<std::pair<std::string, std::string>> SESSION = {
     {"y\n", "Switch: Factory Settings\n"},
 };
 
+/* In pipes nothing shows unless it is flushed; stdio itself flushes a terminal before a read. */
 TEST_F(SwitchConsoleTerminal, ShowsEveryPromptBeforeItWaits)
 {
-    Terminal_Session terminal(arguments);
-    std::string expected;
-    for (const auto &[typed, shown] : SESSION) {
-        terminal.type(typed);
-        expected += shown;
-        terminal.wait_for(expected.size());
-        ASSERT_EQ(terminal.shown, expected);
+    for (const Line line : {Line::TERMINAL, Line::PIPES}) {
+        Live_Session session(arguments, line);
+        std::string expected;
+        for (const auto &[typed, shown] : SESSION) {
+            session.type(typed);
+            expected += shown;
+            session.wait_for(expected.size());
+            ASSERT_EQ(session.shown, expected);
+        }
+        session.type("0\n");
+        EXPECT_EQ(session.finish(), exit_status(0));
+        EXPECT_EQ(session.shown, expected);
     }
-    terminal.type("0\n");
-    EXPECT_EQ(terminal.finish(), exit_status(0));
-    EXPECT_EQ(terminal.shown, expected);
 }
 
 TEST_F(SwitchConsoleTerminal, ShowsWhatAPipeGets)
@@ -77,7 +80,7 @@ TEST_F(SwitchConsoleTerminal, IsLeftWithControlDInEveryMenuAndPrompt)
     for (const auto &[line, text] : SESSION) {
         typed += line;
         length += text.size();
-        Terminal_Session terminal(arguments);
+        Live_Session terminal(arguments);
         terminal.type(typed);
         terminal.wait_for(length);
         terminal.type("\x04");
@@ -87,7 +90,7 @@ TEST_F(SwitchConsoleTerminal, IsLeftWithControlDInEveryMenuAndPrompt)
 
 TEST_F(SwitchConsoleTerminal, IsEndedByControlC)
 {
-    Terminal_Session terminal(arguments);
+    Live_Session terminal(arguments);
     terminal.wait_for(std::string(MAIN_MENU).size());
     terminal.type("\x03");
     EXPECT_EQ(terminal.finish(), SIGINT);
