@@ -8,6 +8,7 @@
 #include <cstring>
 #include <memory>
 #include <new>
+#include <sys/stat.h>
 
 namespace
 {
@@ -134,18 +135,21 @@ struct Close_File {
 };
 using File = std::unique_ptr<FILE, Close_File>;
 
-/* The size of an open file, 0 when it is empty, unknown or too large. A directory can be opened,
- * and its size is an absurd one. */
+/* To open a FIFO would wait for a writer. */
+bool is_regular_file(const char *path)
+{
+    struct stat status = {};
+    return stat(path, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+/* The size of an open file, 0 when it is empty, unknown or too large. */
 size_t size_of(FILE *file)
 {
-    if (fseeko(file, 0, SEEK_END) != 0) {
+    struct stat status = {};
+    if (fstat(fileno(file), &status) != 0 || status.st_size > off_t{MAX_TEXT_LENGTH}) {
         return 0;
     }
-    const off_t size = ftello(file);
-    if (size <= 0 || size > off_t{MAX_TEXT_LENGTH} || fseeko(file, 0, SEEK_SET) != 0) {
-        return 0;
-    }
-    return static_cast<size_t>(size);
+    return static_cast<size_t>(status.st_size);
 }
 
 } // namespace
@@ -171,6 +175,9 @@ bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config)
 
 bool LoadSwitchConfigFile(const char *path, SW_Config *config)
 {
+    if (!is_regular_file(path)) {
+        return false;
+    }
     const File file(fopen(path, "r"));
     if (file == nullptr) {
         return false;

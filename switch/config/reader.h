@@ -23,6 +23,7 @@ bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config);
 
 /*
  * The same for the file at path. Also false, without a line and with config unchanged, when the
- * file is missing, empty, unreadable, no regular text or too large.
+ * file is missing, empty, unreadable or larger than 2147483646 bytes (it is not read then), and
+ * when it is neither regular nor a link to a regular one (it is not opened then).
  */
 bool LoadSwitchConfigFile(const char *path, SW_Config *config);

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <sys/stat.h>
 
 namespace
 {
@@ -128,6 +129,13 @@ void write_section(Output *output, const SW_Config *config, const SW_Config_Sect
     }
 }
 
+/* To open a FIFO would wait for a reader. */
+bool is_fifo(const char *path)
+{
+    struct stat status = {};
+    return stat(path, &status) == 0 && S_ISFIFO(status.st_mode);
+}
+
 } // namespace
 
 bool WriteSwitchConfig(const SW_Config *config, FILE *stream)
@@ -154,7 +162,7 @@ bool WriteSwitchConfig(const SW_Config *config, FILE *stream)
 
 bool SaveSwitchConfigFile(const SW_Config *config, const char *path)
 {
-    FILE *file = fopen(path, "w");
+    FILE *file = is_fifo(path) ? nullptr : fopen(path, "w");
     if (file == nullptr) {
         return false;
     }

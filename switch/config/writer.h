@@ -13,5 +13,6 @@
 /* False only when stream is null. Whether the stream could take everything is not looked at. */
 bool WriteSwitchConfig(const SW_Config *config, FILE *stream);
 
-/* Replaces the file at path. False, and nothing written, only when it cannot be opened. */
+/* Replaces the file at path, or writes to the device there. False, and nothing written, only when
+ * it is a FIFO, which is not opened, or cannot be opened. */
 bool SaveSwitchConfigFile(const SW_Config *config, const char *path);

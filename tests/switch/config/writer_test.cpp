@@ -13,9 +13,12 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <ostream>
 #include <random>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace
 {
@@ -222,6 +225,20 @@ TEST(Writer, MissingStreamIsFalse)
 TEST(Writer, FullDeviceIsNotNoticed)
 {
     EXPECT_TRUE(SaveSwitchConfigFile(factory_record().get(), "/dev/full"));
+}
+
+/* With a reader at its other end, too: the save must not depend on who listens. */
+TEST(Writer, FifoIsRefusedUnopened)
+{
+    const Temporary_Folder folder;
+    const std::string path = folder.path() + "/fifo";
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    EXPECT_FALSE(SaveSwitchConfigFile(factory_record().get(), path.c_str()));
+    const int reader = open(path.c_str(), O_RDONLY | O_NONBLOCK);
+    EXPECT_FALSE(SaveSwitchConfigFile(factory_record().get(), path.c_str()));
+    char byte = 0;
+    EXPECT_EQ(read(reader, &byte, 1), 0);
+    close(reader);
 }
 
 TEST(Writer, ReplacesALongerFile)
