@@ -16,6 +16,23 @@
 namespace
 {
 
+size_t missing_bytes = 0;
+
+} // namespace
+
+/* The linker puts this in the place of fread: a file gives fewer bytes than there are, as one does
+ * that is cut after its size is known. */
+extern "C" size_t __wrap_fread(void *to, size_t size, size_t count, FILE *file);
+extern "C" size_t __real_fread(void *to, size_t size, size_t count, FILE *file);
+
+extern "C" size_t __wrap_fread(void *to, size_t size, size_t count, FILE *file)
+{
+    return __real_fread(to, size, count, file) - missing_bytes;
+}
+
+namespace
+{
+
 constexpr int BEFORE = 0x5A;
 
 /* Loads a file into a record of BEFORE bytes and expects that nothing is printed. */
@@ -93,6 +110,18 @@ TEST(ReaderFile, WithoutMemoryAFileIsRefusedAndNothingChanges)
     EXPECT_GT(allowed, 0);
     EXPECT_LT(allowed, 100);
     EXPECT_EQ(record->ports[1].vid, 7);
+}
+
+TEST(ReaderFile, FileThatIsCutWhileItIsReadGivesItsCompleteEntries)
+{
+    const Memory_File file("[SW_PORT1]\nVID = 7\nVID = 8\n");
+    const Record record = filled_record(0);
+    missing_bytes = 8;
+    EXPECT_TRUE(load_silently(file.path(), record.get()));
+    EXPECT_EQ(record->ports[1].vid, 7);
+    missing_bytes = 27; /* all */
+    expect_refused(file.path());
+    missing_bytes = 0;
 }
 
 TEST(ReaderFile, SyntaxErrorIsRefusedWithoutALine)

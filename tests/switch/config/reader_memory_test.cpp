@@ -9,6 +9,7 @@
 
 #include <ostream>
 #include <string>
+#include <unistd.h>
 
 namespace
 {
@@ -64,6 +65,21 @@ TEST_P(ReaderMemory, IsTheFilesSizeAndAFixedAmountInAFewAllocations)
     EXPECT_LE(heap.peak, text.size() + HEADROOM);
     EXPECT_LE(heap.allocations, 5U);
     EXPECT_EQ(heap.left, 0);
+}
+
+/* One byte above the limit; and a size whose low 32 bits are those of a good file. */
+TEST(ReaderMemoryLimit, LongerFilesAreRefusedUnread)
+{
+    const std::string text = "[SW_PORT1]\nVID = 7\n";
+    const Memory_File file(text);
+    const Record record = filled_record(0);
+    for (const off_t size : {off_t{2147483647}, off_t{4294967296} + off_t(text.size())}) {
+        ASSERT_EQ(truncate(file.path().c_str(), size), 0);
+        ResetHeapCount();
+        EXPECT_FALSE(LoadSwitchConfigFile(file.path().c_str(), record.get())) << size;
+        EXPECT_LE(GetHeapCount().peak, HEADROOM) << size;
+    }
+    EXPECT_TRUE(same_bytes(*record, *filled_record(0)));
 }
 
 constexpr size_t LARGE = 100000000;
