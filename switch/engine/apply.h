@@ -16,10 +16,13 @@
 /*
  * Compares running with applied and writes what differs, in this order: maximum frame size, VLAN
  * table, VLAN port modes, settings of the changed ports, priority maps. Then copies running over
- * applied, whatever failed. What differs is decided once, before the first step: an edit that the
- * VLAN port modes make to running does not reach the chip in this pass, nor in the next one, since
- * it is copied. Returns true when no write failed; with `log` prints
+ * applied, whatever failed. Returns true when no write failed; with `log` prints
  * "Switch: Apply Changes - Ok\n" or "... - Failed\n".
+ *
+ * What differs is decided once, before the first step. So of the edits that the VLAN port modes
+ * make to running, those to a port that differed already reach the chip in this pass. Those to
+ * another port, and those to the VLAN table, do not; they are copied all the same, and wait for a
+ * pass in which that port, or the table, differs for another reason.
  *
  * Without `write` only the frame-size log line remains of the steps; the copy is made all the same.
  */
