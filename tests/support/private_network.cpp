@@ -31,7 +31,7 @@ Private_Network bring_up_loopback()
 Private_Network enter()
 {
     if (unshare(CLONE_NEWNET | (geteuid() ? CLONE_NEWUSER : 0)) != 0) {
-        return refused("a private network namespace");
+        return refused("this machine refuses a private network namespace");
     }
     return bring_up_loopback();
 }

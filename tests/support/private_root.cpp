@@ -42,7 +42,7 @@ void enter_namespaces(int report)
     const uid_t user = geteuid();
     const gid_t group = getegid();
     if (unshare(CLONE_NEWNS | (user ? CLONE_NEWUSER : 0)) != 0) {
-        refuse(report, "a private mount namespace");
+        refuse(report, "this machine refuses a private mount namespace");
     }
     if (user) {
         write_proc_file(report, "/proc/self/setgroups", "deny");
