@@ -3,6 +3,8 @@
 #include "programs/arguments.h"
 #include "simulator/seam.h"
 #include "simulator/trace.h"
+#include "switch/config/startup_text.h"
+#include "switch/config/unread_keys.h"
 #include "switch/console/main_menu.h"
 #include "switch/engine/commands.h"
 
@@ -142,6 +144,20 @@ bool prepare_seam(const Options &options)
     return Sim_Trace_Install(&host.trace, file);
 }
 
+/* They are lost to whoever loads and saves. */
+void tell_unread_keys(const char *path)
+{
+    SW_Startup_Text file = {};
+    if (!ReadStartupText(path, &file)) {
+        return;
+    }
+    const SW_Unread_Keys unread = FindUnreadKeys(file.text.get(), file.length);
+    if (unread.keys > 0) {
+        fprintf(stderr, "switch_console: %s: %d keys after line %d are not read\n", path,
+                unread.keys, unread.line);
+    }
+}
+
 void run_menu(const Options &options)
 {
     SetSwitchConfigDefaults(&host.running);
@@ -185,6 +201,7 @@ int main(int count, char **arguments)
     if (!prepare_seam(options)) {
         return 1;
     }
+    tell_unread_keys(options.startupFile);
     run_menu(options);
     if (host.trace.file != nullptr && !Sim_Trace_Close(host.trace.file)) {
         complain(options.traceFile, strerror(errno));

@@ -2,19 +2,16 @@
 
 #include "switch/config/converter.h"
 #include "switch/config/keys.h"
+#include "switch/config/startup_text.h"
 #include "switch/config/tokenizer.h"
 
 #include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
-#include <sys/stat.h>
 
 namespace
 {
-
-/* Lines and columns stay within 32 bits. */
-constexpr size_t MAX_TEXT_LENGTH = 2147483646;
 
 /* A word that can be no value, and is neither a number nor quoted. */
 bool is_bad_word(const SW_Config_Entry &entry)
@@ -130,33 +127,11 @@ uint32_t count_defined_vlans(const SW_Config *config)
     return count;
 }
 
-struct Close_File {
-    void operator()(FILE *file) const { fclose(file); }
-};
-using File = std::unique_ptr<FILE, Close_File>;
-
-/* To open a FIFO would wait for a writer. */
-bool is_regular_file(const char *path)
-{
-    struct stat status = {};
-    return stat(path, &status) == 0 && S_ISREG(status.st_mode);
-}
-
-/* The size of an open file, 0 when it is empty, unknown or too large. */
-size_t size_of(FILE *file)
-{
-    struct stat status = {};
-    if (fstat(fileno(file), &status) != 0 || status.st_size > off_t{MAX_TEXT_LENGTH}) {
-        return 0;
-    }
-    return static_cast<size_t>(status.st_size);
-}
-
 } // namespace
 
 bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config)
 {
-    if (length > MAX_TEXT_LENGTH) {
+    if (length > SW_STARTUP_TEXT_LENGTH) {
         return false;
     }
     const std::unique_ptr<SW_Config> before(new (std::nothrow) SW_Config);
@@ -175,22 +150,6 @@ bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config)
 
 bool LoadSwitchConfigFile(const char *path, SW_Config *config)
 {
-    if (!is_regular_file(path)) {
-        return false;
-    }
-    const File file(fopen(path, "r"));
-    if (file == nullptr) {
-        return false;
-    }
-    const size_t size = size_of(file.get());
-    if (size == 0) {
-        return false;
-    }
-    const std::unique_ptr<char[]> text(new (std::nothrow) char[size + 1]);
-    if (text == nullptr) {
-        return false;
-    }
-    const size_t length = fread(text.get(), 1, size, file.get());
-    text[length] = '\0';
-    return length > 0 && ParseSwitchConfig(text.get(), length, config);
+    SW_Startup_Text file = {};
+    return ReadStartupText(path, &file) && ParseSwitchConfig(file.text.get(), file.length, config);
 }

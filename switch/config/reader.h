@@ -12,7 +12,7 @@
 
 /*
  * Converts text, which ends at its first NUL: text[length] is one. length is at most
- * 2147483646.
+ * SW_STARTUP_TEXT_LENGTH.
  *
  * True: every entry was stored and vlanEntryCount counts the defined entries.
  * False with lines on standard output: the entries that they name were not stored, all others were,
@@ -22,8 +22,7 @@
 bool ParseSwitchConfig(const char *text, size_t length, SW_Config *config);
 
 /*
- * The same for the file at path. Also false, without a line and with config unchanged, when the
- * file is missing, empty, unreadable or larger than 2147483646 bytes (it is not read then), and
- * when it is neither regular nor a link to a regular one (it is not opened then).
+ * The same for the file at path. Also false, without a line and with config unchanged, when
+ * ReadStartupText cannot read it.
  */
 bool LoadSwitchConfigFile(const char *path, SW_Config *config);

@@ -11,9 +11,9 @@ struct SW_Unread_Keys {
 };
 
 /*
- * Looks for them in text, whose text[length] is NUL; length is at most 2147483646. No keys, and
- * line 0, when the whole text is read or a syntax error refuses it. What comes after the end is
- * counted by the format's own grammar, each time from the next line on where that does not hold
- * either. Pure; any thread.
+ * Looks for them in text, whose text[length] is NUL; length is at most SW_STARTUP_TEXT_LENGTH. No
+ * keys, and line 0, when the whole text is read or a syntax error refuses it. What comes after the
+ * end is counted by the format's own grammar, each time from the next line on where that does not
+ * hold either. Pure; any thread.
  */
 SW_Unread_Keys FindUnreadKeys(const char *text, size_t length);

@@ -181,6 +181,17 @@ TEST_F(SwitchConsoleSession, ConfiguresTheChipFromTheFile)
                            ""}));
 }
 
+/* The list ends the reading; it and the key after it are lost. */
+TEST_F(SwitchConsoleSession, KeysThatAreNotReadAreToldOnce)
+{
+    folder.write("startup.cfg", "[SW_PORT1]\nVLAN_PORT_LIST = \"10-20\"\nVLAN_PORT_TYPE = TRUNK\n");
+    EXPECT_EQ(run_in_pipe({"--simulate", "--load", startup}, "x\n0\n"),
+              (Program_Run{exit_status(0),
+                           start_load("Ok") + MAIN_TITLE NOT_SAVED "\n" MAIN_KEYS("1632 Bytes")
+                                                  MAIN_TITLE NOT_SAVED "\n" MAIN_KEYS("1632 Bytes"),
+                           "switch_console: " + startup + ": 2 keys after line 2 are not read\n"}));
+}
+
 /* As ./run shows it. */
 TEST_F(SwitchConsoleSession, TheExampleOnTheChipShowsNoBanner)
 {
