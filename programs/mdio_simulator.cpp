@@ -158,7 +158,6 @@ constexpr Option_Row<Options> OPTIONS[] = {
 struct Server {
     Sim_Device device;
     Sim_Cuse cuse;
-    FILE *trace;
     int signals;          /* readable when one has come */
     char node[PATH_SIZE]; /* the device's path */
 };
@@ -213,7 +212,8 @@ bool write_reports(const Options &options)
 
 bool end_trace(const Options &options)
 {
-    return server.trace == nullptr || Sim_Trace_Close(server.trace) || complain(options.traceFile);
+    return server.device.trace.file == nullptr || Sim_Trace_Close(&server.device.trace) ||
+           complain(options.traceFile);
 }
 
 /* Held back from here on, and read where the calls are waited for. */
@@ -231,13 +231,14 @@ bool hold_signals()
 
 bool raise_device(const Options &options)
 {
+    FILE *trace = nullptr;
     if (options.traceFile != nullptr) {
-        server.trace = Sim_Trace_Open(options.traceFile);
-        if (server.trace == nullptr) {
+        trace = Sim_Trace_Open(options.traceFile);
+        if (trace == nullptr) {
             return complain(options.traceFile);
         }
     }
-    Sim_Device_Up(&server.device, *options.chip, options.placement, server.trace);
+    Sim_Device_Up(&server.device, *options.chip, options.placement, trace);
     for (int place = 0; place < options.faultCount; ++place) {
         Sim_Faults_Add(&server.device.faults, options.faults[place]);
     }

@@ -9,9 +9,13 @@ int trace(void *context, unsigned long number, MDIO_Record *record)
 {
     auto *tracer = static_cast<Sim_Trace *>(context);
     const int answer = Sim_Layer_Pass(tracer->layer, number, record);
+    const int requestError = errno; /* goes to the caller */
     char line[SIM_TRACE_LINE];
     Sim_Trace_Line(*record, line);
-    fprintf(tracer->file, "%s\n", line);
+    if (fprintf(tracer->file, "%s\n", line) < 0 && tracer->error == 0) {
+        tracer->error = errno;
+    }
+    errno = requestError;
     return answer;
 }
 
@@ -50,20 +54,23 @@ FILE *Sim_Trace_Open(const char *path)
     return file;
 }
 
-bool Sim_Trace_Close(FILE *file)
-{
-    const bool whole = ferror(file) == 0;
-    errno = EIO;
-    return fclose(file) == 0 && whole;
-}
-
 bool Sim_Trace_Install(Sim_Trace *trace_layer, FILE *file)
 {
     if (!Sim_Layer_Install(&trace_layer->layer, {trace, trace_layer})) {
         return false;
     }
     trace_layer->file = file;
+    trace_layer->error = 0;
     return true;
+}
+
+bool Sim_Trace_Close(Sim_Trace *trace)
+{
+    const bool closed = fclose(trace->file) == 0;
+    if (trace->error != 0) {
+        errno = trace->error;
+    }
+    return closed && trace->error == 0;
 }
 
 bool Sim_Recorder_Install(Sim_Recorder *recorder)

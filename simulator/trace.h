@@ -18,16 +18,18 @@ void Sim_Trace_Line(const MDIO_Record &record, char (&line)[SIM_TRACE_LINE]);
  * Null when it cannot be opened; errno says why. */
 FILE *Sim_Trace_Open(const char *path);
 
-/* Closes the file. False, and errno says why, when any of its lines could not be written; of one
- * that was lost before others were written, errno is EIO. */
-bool Sim_Trace_Close(FILE *file);
-
-/* Writes a line for each request, failed ones too. The file stays the caller's and open. */
+/* Writes a line for each request, failed ones too. The file stays the caller's and open; with its
+ * last line it may be closed here. */
 struct Sim_Trace {
     Sim_Layer layer;
     FILE *file;
+    int error; /* errno of the first line that could not be written; 0: none */
 };
 bool Sim_Trace_Install(Sim_Trace *trace, FILE *file);
+
+/* Closes the file of a trace that was installed. False, and errno says why, when any line could not
+ * be written. */
+bool Sim_Trace_Close(Sim_Trace *trace);
 
 /* Keeps each request's record as it was after the access, in order. May be cleared at any time. */
 struct Sim_Recorder {
