@@ -33,10 +33,10 @@ bool is_whole(const char *argument, const char *name)
     return strncmp(text, name, length) == 0 && (text[length] == '\0' || text[length] == '=');
 }
 
-/* options: those of the reader, then the two questions. */
-Argument found_option(const Argument_Reader &reader, const std::vector<option> &options,
-                      size_t place)
+/* options: those of the reader, then the two questions; answer: what getopt_long has called it. */
+Argument found_option(const Argument_Reader &reader, const std::vector<option> &options, int answer)
 {
+    const size_t place = static_cast<size_t>(answer - FIRST_OPTION);
     const char *const argument = typed_option(reader.arguments);
     if (!is_whole(argument, options[place].name)) {
         return {Argument::UNKNOWN_OPTION, 0, argument};
@@ -110,16 +110,20 @@ Argument NextArgument(Argument_Reader *reader)
     const int found = getopt_long(static_cast<int>(reader->arguments.size()),
                                   reader->arguments.data(), "-:", options.data(), nullptr);
     if (found >= FIRST_OPTION) {
-        return found_option(*reader, options, static_cast<size_t>(found - FIRST_OPTION));
+        return found_option(*reader, options, found);
     }
     switch (found) {
     case OPERAND_FOUND:
         return found_operand(optarg);
-    case ':':
-        return {Argument::OPTION_WITHOUT_VALUE, static_cast<size_t>(optopt - FIRST_OPTION),
-                nullptr};
+    case ':': {
+        Argument argument = found_option(*reader, options, optopt);
+        if (argument.kind == Argument::OPTION) {
+            argument.kind = Argument::OPTION_WITHOUT_VALUE;
+        }
+        return argument;
+    }
     case '?': {
-        const bool letter = optopt > 0 && optopt < FIRST_OPTION;
+        const bool letter = optopt != 0 && optopt < FIRST_OPTION;
         return {Argument::UNKNOWN_OPTION, 0,
                 letter ? typed_letter(reader->arguments) : typed_option(reader->arguments)};
     }

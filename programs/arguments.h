@@ -54,12 +54,12 @@ Taken SetFlag(Options *options, const char * /*value*/)
     return Taken::YES;
 }
 
-/* The take of an option whose value may be any text. */
+/* The take of an option whose value may be any text but an empty one. */
 template <typename Options, const char *Options::*Text>
 Taken SetText(Options *options, const char *value)
 {
     options->*Text = value;
-    return Taken::YES;
+    return TakenIf(*value != '\0');
 }
 
 /* When text is "--help" or "--version", prints the answer on standard output. False for any other
@@ -75,9 +75,8 @@ int RefuseValue(const Program &program, const char *option, const char *value, c
 /* What stands next on a command line. */
 struct Argument {
     enum Kind { OPTION, OPTION_WITHOUT_VALUE, OPERAND, UNKNOWN_OPTION, QUESTION, END } kind;
-    size_t option; /* of the first two: its place in the list */
-    const char
-        *text; /* the option's value or the argument as it was typed; null where there is none */
+    size_t option;    /* of the first two: its place in the list */
+    const char *text; /* the option's value, or the argument as it was typed; null at the end */
 };
 
 struct Argument_Reader {
@@ -89,10 +88,9 @@ Argument NextArgument(Argument_Reader *reader);
 
 /*
  * Reads all arguments, those of main, into options; takeOperand is null for a program without
- * operands. Returns GO_ON, or the exit status of a program that has nothing to do: 0 after --help
- * or
- * --version, whatever comes after it, BAD_USAGE after the first argument that is refused; each has
- * printed its text.
+ * operands. Returns GO_ON, or the exit status of a program that has nothing to do: 0 after a
+ * question such as --help, whatever comes after it, BAD_USAGE after the first argument that is
+ * refused; each has printed its text.
  */
 template <typename Options, size_t Rows>
 int ReadArguments(const Program &program, const Option_Row<Options> (&rows)[Rows],

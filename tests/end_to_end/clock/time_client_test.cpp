@@ -106,8 +106,8 @@ const Usage USAGES[] = {
     {"DaemonWithoutFile", {"--dry-run", "a", "--daemon"}, "--daemon needs the path of an id file"},
     {"ErrorBeforeHelp", {"--bad", "--help"}, "unknown option: --bad"},
     {"HelpCutShort", {"--he"}, "unknown option: --he"},
-    {"LettersBehindADash", {"--once", "-xy", "a"}, "unknown option: -xy"},
-    {"OperandsBehindTwoDashes", {"--once", "--", "--once", "b"}, "more than one server: b"},
+    {"LettersAfterADash", {"--once", "-xy", "a"}, "unknown option: -xy"},
+    {"OperandsAfterTwoDashes", {"--once", "--", "--once", "b"}, "more than one server: b"},
     {"ShortenedOptionWithAValue", {"--daem", "id", "a"}, "unknown option: --daem"},
 };
 
