@@ -111,6 +111,9 @@ bool back_up(const char *path)
     if (!fs::exists(path, error) && !error) {
         return true;
     }
+    if (!error && !fs::is_regular_file(path, error)) {
+        return complain(path, "not a regular file");
+    }
     if (!error) {
         fs::copy_file(path, unfinished, fs::copy_options::overwrite_existing, error);
     }
@@ -203,7 +206,7 @@ int main(int count, char **arguments)
     }
     tell_unread_keys(options.startupFile);
     run_menu(options);
-    if (host.trace.file != nullptr && !Sim_Trace_Close(host.trace.file)) {
+    if (host.trace.file != nullptr && !Sim_Trace_Close(&host.trace)) {
         complain(options.traceFile, strerror(errno));
     }
     return 0;

@@ -4,7 +4,7 @@
 
 /*
  * Moving a whole configuration between the startup file, the running configuration and the chip.
- * The four that load differ on purpose in what they clear first and in what a failure leaves; see
+ * Those that load differ on purpose in what they clear first and in what a failure leaves; see
  * each. The converter of the startup file prints lines of its own for bad entries. Nothing here
  * reads from the console; the caller asks for confirmations first. Single-threaded.
  */
@@ -49,8 +49,8 @@ int SW_Load_Config_And_Configure(SW_Control *control, const char *path);
  * SW_Load_Config_And_Configure with its lines. The chip gets the VLAN table once more after it: the
  * membership that the VLAN port modes give is in running only then. At last the file is loaded into
  * running again, over the factory settings, which stay when it cannot be loaded, and applied is a
- * copy: the modes' membership is no change of the operator's. Every write is attempted; each that
- * fails has its line.
+ * copy: the modes' membership is no change of the operator's. So the loader prints the lines of a
+ * bad file twice. Every write is attempted; each that fails has its line.
  */
 void SW_Start_Configured(SW_Control *control, const char *path);
 

@@ -72,6 +72,9 @@ const Bad_Usage BAD_USAGES[] = {
     {"TwoStartupFiles", {"a.cfg", "b.cfg"}, "more than one startup file: b.cfg"},
     {"EmptyStartupFile", {""}, "the startup file's path is empty"},
     {"TraceWithoutAFile", {"a.cfg", "--trace"}, "--trace needs the path of a file"},
+    {"TraceToNoFile", {"--trace=", "a.cfg"}, "--trace needs the path of a file: "},
+    {"AbbreviatedOptionWithoutItsValue", {"--trac"}, "unknown option: --trac"},
+    {"LetterAboveAscii", {"-\xE9", "a.cfg"}, "unknown option: -\xE9"},
     {"LoadAndConfigure",
      {"--load", "--configure", "a.cfg"},
      "--configure loads the file: not with --load"},
@@ -146,16 +149,16 @@ TEST_F(SwitchConsoleSession, WithoutAStartupFileThereIsNothingToBackUp)
 TEST_F(SwitchConsoleSession, WhatIsNoFileIsNotBackedUp)
 {
     ASSERT_EQ(mkfifo(startup.c_str(), 0600), 0);
-    EXPECT_EQ(run_in_pipe({"--simulate", "--backup", startup}, "0\n"),
-              (Program_Run{exit_status(1), "",
-                           "switch_console: " + startup + ".bak: Invalid argument\n"}));
+    EXPECT_EQ(
+        run_in_pipe({"--simulate", "--backup", startup}, "0\n"),
+        (Program_Run{exit_status(1), "", "switch_console: " + startup + ": not a regular file\n"}));
 }
 
 TEST_F(SwitchConsoleSession, ALostTraceIsToldOnceAndStopsNothing)
 {
     EXPECT_EQ(run_in_pipe({"--simulate", "--trace", "/dev/full", startup}, "0\n"),
               (Program_Run{exit_status(0), MAIN_MENU,
-                           "switch_console: /dev/full: Input/output error\n"}));
+                           "switch_console: /dev/full: No space left on device\n"}));
 }
 
 TEST_F(SwitchConsoleSession, AReaderThatIsGoneStopsNothing)
@@ -182,14 +185,15 @@ TEST_F(SwitchConsoleSession, ConfiguresTheChipFromTheFile)
 }
 
 /* The list ends the reading; it and the key after it are lost. */
-TEST_F(SwitchConsoleSession, KeysThatAreNotReadAreToldOnce)
+TEST_F(SwitchConsoleSession, KeysThatAreNotReadAreToldOnceBeforeTheMenu)
 {
     folder.write("startup.cfg", "[SW_PORT1]\nVLAN_PORT_LIST = \"10-20\"\nVLAN_PORT_TYPE = TRUNK\n");
-    EXPECT_EQ(run_in_pipe({"--simulate", "--load", startup}, "x\n0\n"),
-              (Program_Run{exit_status(0),
-                           start_load("Ok") + MAIN_TITLE NOT_SAVED "\n" MAIN_KEYS("1632 Bytes")
-                                                  MAIN_TITLE NOT_SAVED "\n" MAIN_KEYS("1632 Bytes"),
-                           "switch_console: " + startup + ": 2 keys after line 2 are not read\n"}));
+    Live_Session session({"--simulate", "--load", startup});
+    session.type("x\n0\n");
+    EXPECT_EQ(session.finish(), exit_status(0));
+    const std::string menu = MAIN_TITLE NOT_SAVED "\n" MAIN_KEYS("1632 Bytes");
+    EXPECT_EQ(session.shown, "switch_console: " + startup + ": 2 keys after line 2 are not read\n" +
+                                 start_load("Ok") + menu + menu);
 }
 
 /* As ./run shows it. */

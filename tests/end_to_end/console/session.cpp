@@ -20,6 +20,7 @@ constexpr int TEN_SECONDS = 10000;
 
 [[noreturn]] void become(const std::vector<std::string> &arguments)
 {
+    signal(SIGINT, SIG_DFL); /* a job in the background of a script has it ignored */
     std::vector<char *> list = {const_cast<char *>(SWITCH_CONSOLE)};
     for (const std::string &argument : arguments) {
         list.push_back(const_cast<char *>(argument.c_str()));

@@ -349,12 +349,15 @@ TEST_F(StartConfigured, TheChipHoldsTheFileAndTheMembershipOfThePortModes)
     EXPECT_EQ(tag_on_chip(20, 2), SW_Member_Tag_TAGGED);
 }
 
-/* What the port modes have edited is taken back: running is what --load would have made of it. */
+/* On the chip, too. What the port modes have edited is taken back: running is what --load would
+ * have made of the file. */
 TEST_F(StartConfigured, RunningIsTheFileOverTheFactorySettings)
 {
     write_file(MODES_FILE);
     running_.ports[4].vid = 77;
+    running_.vlanPortType[4] = SW_Vlan_Port_Type_CUSTOM;
     start(path_);
+    EXPECT_EQ(chip_.ports[SW_Chip_Ports[4]][7], 1);
     expected_ = defaults_;
     ASSERT_TRUE(LoadSwitchConfigFile(path_.c_str(), &expected_));
     EXPECT_TRUE(same(running_, expected_));
