@@ -211,6 +211,25 @@ TEST_F(SeamLayers, TraceFailedAccessesToo)
                                "R 11 07 0000\n");
 }
 
+/* The request's own error goes to the caller, the line's to whoever closes the trace. */
+TEST_F(SeamLayers, TellATraceThatCannotBeWritten)
+{
+    Sim_Layer seam{};
+    Sim_Trace trace{};
+    FILE *full = Sim_Trace_Open("/dev/full");
+    ASSERT_NE(full, nullptr);
+    Sim_Seam_Install(&seam, chip.get());
+    Sim_Trace_Install(&trace, full);
+    MDIO_Record record = {0x10, 7, 3, 0, 0};
+    EXPECT_EQ(MDIO_Request(MDIO_REQUEST, &record), -1);
+    EXPECT_EQ(errno, EINVAL) << "no such operation";
+    Sim_Layer_Remove(&trace.layer);
+    Sim_Layer_Remove(&seam);
+    errno = 0;
+    EXPECT_FALSE(Sim_Trace_Close(&trace));
+    EXPECT_EQ(errno, ENOSPC);
+}
+
 TEST_F(SeamLayers, TraceTheWidestValueWhole)
 {
     char line[SIM_TRACE_LINE];
