@@ -17,7 +17,7 @@ constexpr Program PROGRAM = {
     "  --help     print this text\n"
     "  --version  print the version\n"
     "\n"
-    "These two count when they stand alone; any other argument is not used.\n"};
+    "These two count only alone; any other argument still starts the gateway.\n"};
 
 } // namespace
 

@@ -253,7 +253,7 @@ TEST_F(GatewayLauncher, AQuestionAloneIsAnsweredAndStartsNothing)
                    "  --help     print this text\n"
                    "  --version  print the version\n"
                    "\n"
-                   "These two count when they stand alone; any other argument is not used.\n"},
+                   "These two count only alone; any other argument still starts the gateway.\n"},
         {"--version", "gateway_launcher 0.1.0\n"}};
     configure("<Active_protocol protocol=\"sip\"/>");
     for (const auto &[question, answer] : questions) {
