@@ -40,6 +40,7 @@ const Row ROWS[] = {
     {"PlainText", "no element here", 0},
     {"LoneOpen", "<", 0},
     {"RootAlone", "<c/>", 1},
+    {"NamesBeginWithAnUnderscore", "<_a><_b/></_a>", 2},
     {"RootWithEndTag", "<c></c>", 1},
     {"Child", "<c><d/></c>", 2},
     {"Siblings", "<c><d/><e></e><f/></c>", 2},

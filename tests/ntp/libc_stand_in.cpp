@@ -14,12 +14,19 @@ std::vector<std::string> journal;
 std::vector<unsigned> sleep_answers;
 int settimeofday_answer = 0;
 
+int held = 0;
+
 const char *address_of(const addrinfo &hints)
 {
     return hints.ai_family == AF_INET ? "192.0.2.8" : "2001:db8::8";
 }
 
 } // namespace
+
+int held_addresses()
+{
+    return held;
+}
 
 std::vector<std::string> take_libc_calls()
 {
@@ -42,13 +49,21 @@ int getaddrinfo(const char *name, const char *service, const addrinfo *hints, ad
 {
     static const auto real =
         reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
-    if (strcmp(name, NAME_OF_BOTH_FAMILIES) != 0) {
-        return real(name, service, hints, found);
-    }
-    if (hints->ai_flags & AI_NUMERICHOST) {
+    const bool ours = strcmp(name, NAME_OF_BOTH_FAMILIES) == 0;
+    if (ours && (hints->ai_flags & AI_NUMERICHOST)) {
         return EAI_NONAME;
     }
-    return real(address_of(*hints), service, hints, found);
+    const int result = real(ours ? address_of(*hints) : name, service, hints, found);
+    held += result == 0 ? 1 : 0;
+    return result;
+}
+
+void freeaddrinfo(addrinfo *found) noexcept
+{
+    static const auto real =
+        reinterpret_cast<decltype(&freeaddrinfo)>(dlsym(RTLD_NEXT, "freeaddrinfo"));
+    --held;
+    real(found);
 }
 
 int settimeofday(const timeval *time, const struct timezone *zone) noexcept

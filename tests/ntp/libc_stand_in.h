@@ -15,6 +15,9 @@
  */
 inline constexpr const char *NAME_OF_BOTH_FAMILIES = "both.example";
 
+/* How many answers of getaddrinfo() have not been given back with freeaddrinfo(). */
+int held_addresses();
+
 /* The lines so far; empties them. */
 std::vector<std::string> take_libc_calls();
 

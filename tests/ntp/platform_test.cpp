@@ -79,6 +79,7 @@ class NtpResolver : public testing::TestWithParam<Name>
 TEST_P(NtpResolver, GivesTheFirstIpv4AddressInNetworkByteOrder)
 {
     EXPECT_EQ(NTP_System_Platform.resolve(GetParam().server), inet_addr(GetParam().address));
+    EXPECT_EQ(held_addresses(), 0);
 }
 
 const Name NAMES[] = {

@@ -38,6 +38,7 @@ const Row ACCEPTED[] = {
     {"1::::0", {SIM_FAULT_FAIL, 1, 1, SIM_ANY, 0, EIO}},
     {"1:::any:31", {SIM_FAULT_FAIL, 1, 1, SIM_ANY, 31, EIO}},
     {"1:::31:any", {SIM_FAULT_FAIL, 1, 1, 31, SIM_ANY, EIO}},
+    {"00000000000000000000001", {SIM_FAULT_FAIL, 1, 1, SIM_ANY, SIM_ANY, EIO}},
     {"4294967294:4294967294", {SIM_FAULT_FAIL, 4294967294, 4294967294, SIM_ANY, SIM_ANY, EIO}},
 };
 
@@ -53,6 +54,7 @@ TEST(FaultText, IsRead)
 constexpr const char *REFUSED[] = {
     "",
     "0",
+    "000000000000000000000001", /* of 24 characters: no field is so long */
     ":",
     ":2",
     "1:",

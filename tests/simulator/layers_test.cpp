@@ -146,6 +146,13 @@ TEST_F(SeamLayers, CountReadsWritesAndFailures)
     EXPECT_EQ(counters.failed, 2U) << "nothing answers yet";
     Sim_Layer_Remove(&counters.layer);
 
+    MDIO_Install({[](void *, unsigned long, MDIO_Record *) { return 1; }, nullptr});
+    counters = {};
+    Sim_Counters_Install(&counters);
+    EXPECT_EQ(write(0x10, 3, 1), 1);
+    EXPECT_EQ(counters.failed, 0U) << "a positive answer is a good one";
+    Sim_Layer_Remove(&counters.layer);
+
     counters = {};
     Sim_Seam_Install(&seam, chip.get());
     Sim_Counters_Install(&counters);

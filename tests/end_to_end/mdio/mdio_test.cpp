@@ -131,4 +131,15 @@ TEST_F(MdioDevice, ThatDoesNotKnowTheRequestFails)
     EXPECT_EQ(run.output, "ioctl failed[read 1 00000000]");
 }
 
+/* The node gets descriptor 0 then, as in a host that a start-up script runs without input. */
+TEST_F(MdioDevice, IsReachedWithoutAStandardInput)
+{
+    root.lend_device("/dev/zero", "/dev/mdio");
+    root.write("/tmp/accesses", bytes_of(MDIO_ACCESSES), 0755);
+    const Private_Root::Run run = root.run("/bin/sh", {"-c", "exec /tmp/accesses read 0x11 7 <&-"});
+    SKIP_IF_REFUSED(run);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "ioctl failed[read 1 00000000]");
+}
+
 } // namespace
