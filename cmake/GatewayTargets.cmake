@@ -4,6 +4,11 @@ set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 
+# What the programs do without; the presets have all three.
+option(GATEWAY_TESTS "Build the tests, their support and the examples (GoogleTest)" OFF)
+option(GATEWAY_BENCHMARKS "Build the benchmarks (Google Benchmark, inih, GoogleTest)" OFF)
+option(GATEWAY_DEVICE_SERVER "Build mdio_simulator (libfuse3)" OFF)
+
 set(GATEWAY_SANITIZERS "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 option(GATEWAY_FUZZ "Build the fuzz targets for the fuzzing engine (Clang)" OFF)
 option(GATEWAY_TEST_PER_PROGRAM "One CTest entry for each test program instead of each test" OFF)
