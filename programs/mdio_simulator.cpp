@@ -1,20 +1,13 @@
 /* Serves the device /dev/mdio with the simulated switch chip behind it. */
 
 #include "programs/arguments.h"
-#include "simulator/cuse.h"
-#include "simulator/dump.h"
 #include "simulator/fault_text.h"
+#include "simulator/serve.h"
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <fcntl.h>
-#include <poll.h>
-#include <sys/signalfd.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace
 {
@@ -23,8 +16,6 @@ constexpr int FAILED = 1;
 constexpr uint32_t HIGHEST_ADDRESS = 31;
 constexpr uint32_t HIGHEST_IDENTIFIER = 0xFFF;
 constexpr size_t MOST_NAME = 99;
-constexpr size_t PATH_SIZE = 4096;
-constexpr const char *CUSE = "/dev/cuse";
 
 constexpr Program PROGRAM = {
     "mdio_simulator",
@@ -57,17 +48,7 @@ constexpr Program PROGRAM = {
     "Numbers are decimal, or hexadecimal after 0x. Counters and registers are written at the end\n"
     "and on SIGUSR1.\n"};
 
-struct Options {
-    const char *name;
-    const Sim_Chip_Row *chip;
-    Sim_Placement placement;
-    Sim_Fault faults[SIM_FAULTS];
-    int faultCount;
-    uint32_t lastRequest; /* 0: never */
-    const char *traceFile;
-    const char *countersFile;
-    const char *registersFile;
-};
+using Options = Sim_Serve_Options;
 
 Taken take_name(Options *options, const char *text)
 {
@@ -154,186 +135,25 @@ constexpr Option_Row<Options> OPTIONS[] = {
     {"registers", "the path of a file", SetText<Options, &Options::registersFile>},
 };
 
-/* All that is served; it lives as long as the program. */
-struct Server {
-    Sim_Device device;
-    Sim_Cuse cuse;
-    int signals;          /* readable when one has come */
-    char node[PATH_SIZE]; /* the device's path */
-};
-Server server;
+Sim_Server server;
 
-bool complain(const char *subject)
+void tell_node(const char *node)
 {
-    fprintf(stderr, "mdio_simulator: %s: %s\n", subject, strerror(errno));
-    return false;
+    printf("mdio_simulator: %s is there\n", node);
+    fflush(stdout);
 }
 
-void print_counts(FILE *file)
+void complain(const char *subject, int error)
 {
-    Sim_Device_Print_Counts(server.device.counts, file);
-}
-
-void print_registers(FILE *file)
-{
-    Sim_Dump(server.device.chip, file);
-}
-
-/* Of a device or a pipe, which a rename would replace. */
-bool is_no_file(const char *path)
-{
-    struct stat facts;
-    return stat(path, &facts) == 0 && !S_ISREG(facts.st_mode);
-}
-
-/* A file under another name first: whoever finds it finds it whole. */
-bool write_report(const char *path, void (*print)(FILE *file))
-{
-    char newPath[PATH_SIZE];
-    const bool direct = is_no_file(path);
-    snprintf(newPath, sizeof newPath, "%s%s", path, direct ? "" : ".new");
-    FILE *file = fopen(newPath, "we");
-    if (file == nullptr) {
-        return complain(newPath);
+    fprintf(stderr, "mdio_simulator: %s: %s\n", subject, strerror(error));
+    if (strcmp(subject, SIM_CUSE_PATH) != 0) {
+        return;
     }
-    print(file);
-    const bool whole = ferror(file) == 0;
-    return (fclose(file) == 0 && whole && (direct || rename(newPath, path) == 0)) || complain(path);
-}
-
-bool write_reports(const Options &options)
-{
-    const bool counted =
-        options.countersFile == nullptr || write_report(options.countersFile, print_counts);
-    const bool dumped =
-        options.registersFile == nullptr || write_report(options.registersFile, print_registers);
-    return counted && dumped;
-}
-
-bool end_trace(const Options &options)
-{
-    return server.device.trace.file == nullptr || Sim_Trace_Close(&server.device.trace) ||
-           complain(options.traceFile);
-}
-
-/* Held back from here on, and read where the calls are waited for. */
-bool hold_signals()
-{
-    sigset_t held;
-    sigemptyset(&held);
-    sigaddset(&held, SIGTERM);
-    sigaddset(&held, SIGINT);
-    sigaddset(&held, SIGUSR1);
-    sigprocmask(SIG_BLOCK, &held, nullptr);
-    server.signals = signalfd(-1, &held, SFD_CLOEXEC);
-    return server.signals >= 0 || complain("signalfd");
-}
-
-bool raise_device(const Options &options)
-{
-    FILE *trace = nullptr;
-    if (options.traceFile != nullptr) {
-        trace = Sim_Trace_Open(options.traceFile);
-        if (trace == nullptr) {
-            return complain(options.traceFile);
-        }
-    }
-    Sim_Device_Up(&server.device, *options.chip, options.placement, trace);
-    for (int place = 0; place < options.faultCount; ++place) {
-        Sim_Faults_Add(&server.device.faults, options.faults[place]);
-    }
-    server.device.lastRequest = options.lastRequest;
-    return true;
-}
-
-bool complain_about_cuse()
-{
-    const int error = errno;
-    complain(CUSE);
     if (error == ENOENT) {
         fputs("mdio_simulator: this kernel offers no CUSE; its module is named cuse\n", stderr);
     } else if (error == EACCES || error == EPERM) {
         fputs("mdio_simulator: to serve a device takes root's rights\n", stderr);
     }
-    return false;
-}
-
-/* Opens the kernel's device for a node that is not there yet. Not blocking: a call may be taken
- * back after it was announced. On false the reason has been printed. */
-bool open_cuse(const Options &options, int *descriptor)
-{
-    snprintf(server.node, sizeof server.node, "/dev/%s", options.name);
-    if (access(server.node, F_OK) == 0) {
-        errno = EEXIST;
-        return complain(server.node);
-    }
-    *descriptor = open(CUSE, O_RDWR | O_CLOEXEC | O_NONBLOCK);
-    return *descriptor >= 0 || complain_about_cuse();
-}
-
-/* The trace after the kernel's device: opening it empties a file that may be the trace of a server
- * at work. */
-bool start_serving(const Options &options)
-{
-    int descriptor = -1;
-    return open_cuse(options, &descriptor) && raise_device(options) &&
-           Sim_Cuse_Start(&server.cuse, &server.device, options.name, descriptor);
-}
-
-/* False when the signal ends the program. */
-bool take_signal(const Options &options)
-{
-    signalfd_siginfo taken = {};
-    if (read(server.signals, &taken, sizeof taken) != sizeof taken) {
-        return true;
-    }
-    if (taken.ssi_signo != SIGUSR1) {
-        return false;
-    }
-    write_reports(options);
-    return true;
-}
-
-Sim_Cuse_Step take_call()
-{
-    const bool wasReady = server.cuse.ready;
-    const Sim_Cuse_Step step = Sim_Cuse_Serve(&server.cuse);
-    if (server.cuse.ready && !wasReady) {
-        printf("mdio_simulator: %s is there\n", server.node);
-        fflush(stdout);
-    }
-    return step;
-}
-
-/* Calls first, so that the counts of an end have every close that a client has made before it.
- * False when the kernel has ended the session; the reason has been printed. */
-bool serve(const Options &options)
-{
-    for (;;) {
-        pollfd watched[] = {{Sim_Cuse_Descriptor(server.cuse), POLLIN, 0},
-                            {server.signals, POLLIN, 0}};
-        poll(watched, 2, -1);
-        if (watched[0].revents != 0) {
-            const Sim_Cuse_Step step = take_call();
-            if (step != SIM_CUSE_GOES_ON) {
-                return step == SIM_CUSE_GONE || complain(server.node);
-            }
-        } else if (watched[1].revents != 0 && !take_signal(options)) {
-            return true;
-        }
-    }
-}
-
-bool run(const Options &options)
-{
-    if (!hold_signals() || !start_serving(options)) {
-        return false;
-    }
-    const bool served = serve(options);
-    Sim_Cuse_Stop(&server.cuse);
-    Sim_Device_Down(&server.device);
-    const bool traced = end_trace(options);
-    return write_reports(options) && traced && served;
 }
 
 } // namespace
@@ -344,11 +164,13 @@ int main(int count, char **arguments)
     options.name = "mdio";
     options.chip = &Sim_Board_Chip();
     options.placement = {SIM_DIRECT, 16};
+    options.isThere = tell_node;
+    options.failed = complain;
     const int status = ReadArguments<Options>(PROGRAM, OPTIONS, nullptr,
                                               {arguments, static_cast<size_t>(count)}, &options);
     if (status != GO_ON) {
         return status;
     }
     signal(SIGPIPE, SIG_IGN); /* clients are served, whoever reads the line or the trace */
-    return run(options) ? 0 : FAILED;
+    return Sim_Serve(&server, options) ? 0 : FAILED;
 }
