@@ -2,6 +2,7 @@
 
 #include "simulator/trace.h"
 #include "tests/support/output_capture.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -216,6 +217,21 @@ TEST_F(SeamLayers, TraceFailedAccessesToo)
     Sim_Layer_Remove(&trace.layer);
     EXPECT_EQ(output.finish(), "W 11 07 0005\n"
                                "R 11 07 0000\n");
+}
+
+/* Whatever ends the program, the lines so far are there. */
+TEST_F(SeamLayers, TraceIntoTheFileAtOnce)
+{
+    const Temporary_Folder folder;
+    Sim_Layer seam{};
+    Sim_Trace trace{};
+    Sim_Seam_Install(&seam, chip.get());
+    Sim_Trace_Install(&trace, Sim_Trace_Open((folder.path() + "/trace").c_str()));
+    read(0x10, 3);
+    EXPECT_EQ(folder.read("trace"), "R 10 03 1052\n");
+    Sim_Layer_Remove(&trace.layer);
+    Sim_Layer_Remove(&seam);
+    EXPECT_TRUE(Sim_Trace_Close(&trace));
 }
 
 /* The request's own error goes to the caller, the line's to whoever closes the trace. */
