@@ -76,7 +76,7 @@ int RefuseValue(const Program &program, const char *option, const char *value, c
 struct Argument {
     enum Kind { OPTION, OPTION_WITHOUT_VALUE, OPERAND, UNKNOWN_OPTION, QUESTION, END } kind;
     size_t option;    /* of the first two: its place in the list */
-    const char *text; /* the option's value, or the argument as it was typed; null at the end */
+    const char *text; /* the option's value, or the argument as it was typed; null without one */
 };
 
 struct Argument_Reader {

@@ -15,17 +15,18 @@ struct Sim_Serve_Options {
     const Sim_Chip_Row *chip;
     Sim_Placement placement;
     Sim_Fault faults[SIM_FAULTS];
-    int faultCount;                    /* the first so many are planned, in this order */
-    uint32_t lastRequest;              /* the device vanishes after so many requests; 0: never */
-    const char *traceFile;             /* gets a line for each request; null: no trace */
-    const char *countersFile;          /* gets the counts; null: not reported */
-    const char *registersFile;         /* gets the chip's registers; null: not reported */
+    int faultCount;            /* the first so many are planned, in this order */
+    uint32_t lastRequest;      /* the device vanishes after so many requests; 0: never */
+    const char *traceFile;     /* gets a line for each request; null: no trace */
+    const char *countersFile;  /* gets the counts; null: not reported */
+    const char *registersFile; /* gets the chip's registers; null: not reported */
+    /* Neither is null. */
     void (*isThere)(const char *node); /* called once the node can be used */
     /* Called for each failure: the path, or the call that has none, and the errno. */
     void (*failed)(const char *subject, int error);
 };
 
-/* Filled by the operation below. Large, like the chip. */
+/* Filled by the operation below; zeroed before. Large, like the chip. */
 struct Sim_Server {
     Sim_Device device;
     Sim_Cuse cuse;

@@ -18,8 +18,8 @@ void Sim_Trace_Line(const MDIO_Record &record, char (&line)[SIM_TRACE_LINE]);
  * Null when it cannot be opened; errno says why. */
 FILE *Sim_Trace_Open(const char *path);
 
-/* Writes a line for each request, failed ones too. The file stays the caller's and open; with its
- * last line it may be closed here. */
+/* Writes a line for each request, failed ones too. The file stays the caller's and open, until
+ * Sim_Trace_Close. */
 struct Sim_Trace {
     Sim_Layer layer;
     FILE *file;
