@@ -100,7 +100,7 @@ const Usage USAGES[] = {
     {"TwoServers", {"--dry-run", "a", "b"}, "more than one server: b"},
     {"UnknownOption", {"--dry-run", "--twice", "a"}, "unknown option: --twice"},
     {"ShortOption", {"-h"}, "unknown option: -h"},
-    {"Dash", {"-"}, "unknown option: -"},
+    {"Dash", {"--dry-run", "--once", "-"}, "unknown option: -"},
     {"OptionCutShort", {"--dry-ru", "a"}, "unknown option: --dry-ru"},
     {"OptionTooLong", {"--dry-run=yes", "a"}, "unknown option: --dry-run=yes"},
     {"CapitalOption", {"--ONCE", "a"}, "unknown option: --ONCE"},
@@ -108,7 +108,9 @@ const Usage USAGES[] = {
     {"ErrorBeforeHelp", {"--bad", "--help"}, "unknown option: --bad"},
     {"HelpCutShort", {"--he"}, "unknown option: --he"},
     {"LettersAfterADash", {"--once", "-xy", "a"}, "unknown option: -xy"},
-    {"OperandsAfterTwoDashes", {"--once", "--", "--once", "b"}, "more than one server: b"},
+    {"OperandsAfterTwoDashes",
+     {"--once", "--", "--once", "--dry-run"},
+     "more than one server: --dry-run"},
     {"ShortenedOptionWithAValue", {"--daem", "id", "a"}, "unknown option: --daem"},
 };
 
@@ -117,8 +119,9 @@ INSTANTIATE_TEST_SUITE_P(Table, TimeClientUsage, testing::ValuesIn(USAGES),
 
 TEST(TimeClient, PrintsItsUsageOnRequest)
 {
-    for (const Arguments &arguments :
-         {Arguments{"--help"}, {"--once", "--help", "--bad"}, {"a", "--help"}}) {
+    for (const Arguments &arguments : {Arguments{"--help"},
+                                       {"--once", "--help", "--bad"},
+                                       {"--dry-run", "--once", "a", "--help"}}) {
         Child_Process client(command(TIME_CLIENT, arguments));
         EXPECT_EQ(client.output(), USAGE);
         EXPECT_EQ(client.errors(), "");
